@@ -1,0 +1,124 @@
+#include "common/piattaforma.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QFile>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <cstdlib>
+
+namespace {
+
+std::unique_ptr<Piattaforma>& istanza()
+{
+    static std::unique_ptr<Piattaforma> p;
+    return p;
+}
+
+class PiattaformaQt final : public Piattaforma {
+public:
+    int MsgBox(const QString& testo, int stile, const QString& titolo) override
+    {
+        QMessageBox box(QApplication::activeWindow());
+        box.setWindowTitle(titolo.isEmpty() ? TitoloPredefinito() : titolo);
+        box.setText(testo);
+        switch (stile & 0x70) {
+        case StileMsg::Critico: box.setIcon(QMessageBox::Critical); break;
+        case StileMsg::Domanda: box.setIcon(QMessageBox::Question); break;
+        case StileMsg::Esclamativo: box.setIcon(QMessageBox::Warning); break;
+        case StileMsg::Informazione: box.setIcon(QMessageBox::Information); break;
+        default: break;
+        }
+        struct Pulsante { QString testo; int risposta; };
+        QList<Pulsante> pulsanti;
+        switch (stile & 0x7) {
+        case StileMsg::OKAnnulla: pulsanti = {{"OK", RispostaMsg::OK}, {"Annulla", RispostaMsg::Annulla}}; break;
+        case StileMsg::InterrompiRiprovaIgnora:
+            pulsanti = {{"Interrompi", RispostaMsg::Interrompi}, {"Riprova", RispostaMsg::Riprova},
+                        {"Ignora", RispostaMsg::Ignora}};
+            break;
+        case StileMsg::SiNoAnnulla:
+            pulsanti = {{"Sì", RispostaMsg::Si}, {"No", RispostaMsg::No}, {"Annulla", RispostaMsg::Annulla}};
+            break;
+        case StileMsg::SiNo: pulsanti = {{"Sì", RispostaMsg::Si}, {"No", RispostaMsg::No}}; break;
+        case StileMsg::RiprovaAnnulla: pulsanti = {{"Riprova", RispostaMsg::Riprova}, {"Annulla", RispostaMsg::Annulla}}; break;
+        default: pulsanti = {{"OK", RispostaMsg::OK}}; break;
+        }
+        QList<QPushButton*> creati;
+        for (const auto& p : pulsanti)
+            creati << box.addButton(p.testo, QMessageBox::AcceptRole);
+        const int predefinito = (stile & StileMsg::SecondoPredefinito) && creati.size() > 1 ? 1 : 0;
+        box.setDefaultButton(creati[predefinito]);
+        // Esc vale come l'ultimo pulsante (Annulla o No), o OK se è l'unico.
+        box.setEscapeButton(creati.last());
+        box.exec();
+        const int scelto = creati.indexOf(qobject_cast<QPushButton*>(box.clickedButton()));
+        return pulsanti[scelto < 0 ? creati.size() - 1 : scelto].risposta;
+    }
+
+    QString SfogliaCartella(const QString& titolo) override
+    {
+        return QFileDialog::getExistingDirectory(QApplication::activeWindow(), titolo);
+    }
+
+    void MostraTesto(const QString& percorso) override
+    {
+        QFile file(percorso);
+        QString testo;
+        if (file.open(QIODevice::ReadOnly))
+            testo = QString::fromLocal8Bit(file.readAll());
+        QDialog finestra(QApplication::activeWindow());
+        finestra.setWindowTitle(percorso);
+        finestra.resize(640, 480);
+        auto* layout = new QVBoxLayout(&finestra);
+        auto* vista = new QPlainTextEdit(testo, &finestra);
+        vista->setReadOnly(true);
+        auto* chiudi = new QPushButton(QStringLiteral("Chiudi"), &finestra);
+        QObject::connect(chiudi, &QPushButton::clicked, &finestra, &QDialog::accept);
+        layout->addWidget(vista);
+        layout->addWidget(chiudi);
+        finestra.exec();
+    }
+
+    void Beep() override { QApplication::beep(); }
+
+    void Clessidra(bool attiva) override
+    {
+        if (attiva)
+            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        else
+            while (QGuiApplication::overrideCursor())
+                QGuiApplication::restoreOverrideCursor();
+    }
+
+    [[noreturn]] void TerminaProcesso() override { std::exit(0); }
+};
+
+}  // namespace
+
+void ImpostaPiattaforma(std::unique_ptr<Piattaforma> nuova) { istanza() = std::move(nuova); }
+
+Piattaforma& piattaforma()
+{
+    if (!istanza())
+        istanza() = CreaPiattaformaQt();
+    return *istanza();
+}
+
+QString TitoloPredefinito() { return QStringLiteral("Fermola"); }
+
+int MsgBox(const QString& testo, int stile, const QString& titolo)
+{
+    return piattaforma().MsgBox(testo, stile, titolo);
+}
+QString SfogliaCartella(const QString& titolo) { return piattaforma().SfogliaCartella(titolo); }
+void MostraTesto(const QString& percorso) { piattaforma().MostraTesto(percorso); }
+void Beep() { piattaforma().Beep(); }
+void Clessidra(bool attiva) { piattaforma().Clessidra(attiva); }
+void TerminaProcesso() { piattaforma().TerminaProcesso(); }
+
+std::unique_ptr<Piattaforma> CreaPiattaformaQt() { return std::make_unique<PiattaformaQt>(); }

@@ -1,0 +1,416 @@
+#include "store/database.h"
+
+#include "common/errore.h"
+#include "store/funzioni_sql.h"
+
+#include <QCryptographicHash>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlRecord>
+#include <QUrl>
+#include <sqlite3.h>
+
+namespace {
+
+constexpr auto TabellaPassword = "MSysPassword";
+
+QString NuovoNomeConnessione()
+{
+    static quint64 contatore = 0;
+    return QStringLiteral("fermola_%1").arg(++contatore);
+}
+
+QString Impronta(const QString& sale, const QString& password)
+{
+    return QString::fromLatin1(
+        QCryptographicHash::hash((sale + password).toUtf8(), QCryptographicHash::Sha256).toHex());
+}
+
+QString Citato(const QString& nome)
+{
+    QString n = nome;
+    return QLatin1Char('"') + n.replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
+// Traduce un errore SQLite nel numero e nella descrizione del sistema.
+ErroreSistema Traduci(const QSqlError& errore, const QString& sql)
+{
+    const QString testo = errore.databaseText();
+    // Le nostre funzioni SQL mettono il numero tra parentesi quadre.
+    static const QRegularExpression proprio(QStringLiteral("^\\[(\\d+)\\] (.*)$"));
+    if (auto m = proprio.match(testo); m.hasMatch())
+        return ErroreSistema(m.captured(1).toInt(), m.captured(2));
+
+    const int codice = errore.nativeErrorCode().toInt() & 0xff;
+    if (codice == SQLITE_CONSTRAINT && (testo.contains(QLatin1String("UNIQUE")) ||
+                                        testo.contains(QLatin1String("PRIMARY KEY"))))
+        return ErroreSistema(CodiciErrore::ChiaveDuplicata);
+    if (testo.startsWith(QLatin1String("no such table")) || testo.startsWith(QLatin1String("no such view"))) {
+        const QString nome = testo.section(QLatin1Char(':'), 1).trimmed();
+        return ErroreSistema(CodiciErrore::TabellaMancante,
+                             QStringLiteral("Impossibile trovare la tabella o la query di input '%1'.").arg(nome));
+    }
+    if (testo.startsWith(QLatin1String("no such column"))) {
+        const QString nome = testo.section(QLatin1Char(':'), 1).trimmed();
+        return ErroreSistema(3061, QStringLiteral("Parametri insufficienti: campo sconosciuto '%1'.").arg(nome));
+    }
+    if (testo.contains(QLatin1String("syntax error")) || testo.contains(QLatin1String("incomplete input")))
+        return ErroreSistema(CodiciErrore::ErroreSintassi,
+                             QStringLiteral("Errore di sintassi nell'espressione della query '%1'.").arg(sql.left(200)));
+    if (codice == SQLITE_BUSY || codice == SQLITE_LOCKED)
+        return ErroreSistema(CodiciErrore::FileInUso, QStringLiteral("Il database è in uso da un altro processo."));
+    if (codice == SQLITE_FULL)
+        return ErroreSistema(CodiciErrore::DiscoPieno, QStringLiteral("Disco pieno: impossibile scrivere nel database."));
+    if (codice == SQLITE_READONLY || codice == SQLITE_PERM)
+        return ErroreSistema(CodiciErrore::AccessoPercorso,
+                             QStringLiteral("Il database non può essere scritto (sola lettura)."));
+    if (codice == SQLITE_NOTADB || codice == SQLITE_CORRUPT)
+        return ErroreSistema(CodiciErrore::FormatoNonRiconosciuto,
+                             QStringLiteral("Formato di database non riconosciuto."));
+    return ErroreSistema(3000 + (codice > 0 ? codice : 1),
+                         testo.isEmpty() ? errore.text() : QStringLiteral("Errore del database: ") + testo);
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------- Valore
+
+QString Valore::testo() const
+{
+    if (isNull())
+        return QString();
+    if (m_v.typeId() == QMetaType::Double) {
+        // Numero reale: testo con la virgola, come lo scrive il programma.
+        return QString::number(m_v.toDouble(), 'g', 15).replace(QLatin1Char('.'), QLatin1Char(','));
+    }
+    return m_v.toString();
+}
+
+qint64 Valore::intero() const { return isNull() ? 0 : m_v.toLongLong(); }
+double Valore::numero() const { return isNull() ? 0.0 : m_v.toDouble(); }
+
+// ---------------------------------------------------------------- Recordset
+
+Recordset::Recordset(QSqlQuery&& query) : m_query(std::make_unique<QSqlQuery>(std::move(query)))
+{
+    const QSqlRecord r = m_query->record();
+    for (int i = 0; i < r.count(); ++i)
+        m_nomi << r.fieldName(i);
+    m_eof = !m_query->next();
+}
+
+void Recordset::MoveNext()
+{
+    if (m_eof)
+        throw ErroreSistema(CodiciErrore::NessunRecordCorrente);
+    m_eof = !m_query->next();
+}
+
+Valore Recordset::Fields(const QString& nome) const
+{
+    for (int i = 0; i < m_nomi.size(); ++i)
+        if (m_nomi[i].compare(nome, Qt::CaseInsensitive) == 0)
+            return Fields(i);
+    throw ErroreSistema(3265, QStringLiteral("Elemento non trovato in questo insieme: '%1'.").arg(nome));
+}
+
+Valore Recordset::Fields(int indice) const
+{
+    if (m_eof || !m_query)
+        throw ErroreSistema(CodiciErrore::NessunRecordCorrente);
+    if (indice < 0 || indice >= m_nomi.size())
+        throw ErroreSistema(3265, QStringLiteral("Elemento non trovato in questo insieme."));
+    return Valore(m_query->value(indice));
+}
+
+void Recordset::Close()
+{
+    m_query.reset();
+    m_eof = true;
+}
+
+// ---------------------------------------------------------------- Database
+
+QString PasswordDaConnessione(const QString& connessione)
+{
+    for (const QString& parte : connessione.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        const int uguale = parte.indexOf(QLatin1Char('='));
+        if (uguale > 0 && parte.left(uguale).trimmed().compare(QLatin1String("PWD"), Qt::CaseInsensitive) == 0)
+            return parte.mid(uguale + 1);
+    }
+    return QString();
+}
+
+std::unique_ptr<Database> Database::Connetti(const QString& percorso, bool crea, bool esclusivo)
+{
+    std::unique_ptr<Database> db(new Database);
+    db->m_nomeConnessione = NuovoNomeConnessione();
+    db->m_percorso = percorso;
+    QSqlDatabase c = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), db->m_nomeConnessione);
+    c.setDatabaseName(percorso);
+    // Senza "crea" il file deve esistere: SQLite non ne fa uno vuoto.
+    c.setConnectOptions(crea ? QStringLiteral("QSQLITE_BUSY_TIMEOUT=200")
+                             : QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=200"));
+    if (!crea) {
+        QString uri = QStringLiteral("file:") +
+                      QString::fromUtf8(QUrl::toPercentEncoding(QFileInfo(percorso).absoluteFilePath(), "/"));
+        c.setDatabaseName(uri + QStringLiteral("?mode=rw"));
+    }
+    if (!c.open()) {
+        const QString testo = c.lastError().databaseText();
+        QSqlDatabase::removeDatabase(db->m_nomeConnessione);
+        db->m_nomeConnessione.clear();
+        if (!crea && !QFileInfo::exists(percorso))
+            throw ErroreSistema(CodiciErrore::FileNonTrovato,
+                                QStringLiteral("Impossibile trovare il file '%1'.").arg(percorso));
+        throw ErroreSistema(CodiciErrore::FileNonTrovato,
+                            QStringLiteral("Impossibile aprire il file '%1': %2").arg(percorso, testo));
+    }
+    RegistraFunzioniSql(db->handle());
+    if (esclusivo)
+        db->Execute(QStringLiteral("PRAGMA locking_mode=EXCLUSIVE"));
+    return db;
+}
+
+std::unique_ptr<Database> Database::Apri(const QString& percorso, bool esclusivo, const QString& connessione)
+{
+    if (!QFileInfo(percorso).isFile())
+        throw ErroreSistema(CodiciErrore::FileNonTrovato,
+                            QStringLiteral("Impossibile trovare il file '%1'.").arg(percorso));
+    auto db = Connetti(percorso, false, esclusivo);
+    try {
+        db->VerificaPassword(PasswordDaConnessione(connessione));
+        db->Execute(QStringLiteral("PRAGMA journal_mode=WAL"));
+        db->Execute(QStringLiteral("PRAGMA synchronous=NORMAL"));
+        if (esclusivo) {
+            // Prende subito il blocco esclusivo, non alla prima scrittura.
+            db->Execute(QStringLiteral("BEGIN EXCLUSIVE"));
+            db->Execute(QStringLiteral("COMMIT"));
+        }
+    } catch (const ErroreSistema& e) {
+        db->Close();
+        if (e.numero() == CodiciErrore::FileInUso)
+            throw ErroreSistema(CodiciErrore::FileInUso,
+                                QStringLiteral("Impossibile utilizzare '%1': file già in uso.").arg(percorso));
+        if (e.numero() == CodiciErrore::FormatoNonRiconosciuto)
+            throw ErroreSistema(CodiciErrore::FormatoNonRiconosciuto,
+                                QStringLiteral("Formato di database non riconosciuto: '%1'.").arg(percorso));
+        throw;
+    }
+    return db;
+}
+
+std::unique_ptr<Database> Database::Crea(const QString& percorso, const QString& password)
+{
+    auto db = Connetti(percorso, true, false);
+    db->Execute(QStringLiteral("PRAGMA journal_mode=WAL"));
+    const QString sale = QString::number(QRandomGenerator::system()->generate64(), 16);
+    db->Execute(QStringLiteral("CREATE TABLE %1 (SALE TEXT NOT NULL, IMPRONTA TEXT NOT NULL)").arg(TabellaPassword));
+    db->Execute(QStringLiteral("INSERT INTO %1 (SALE, IMPRONTA) VALUES (?, ?)").arg(TabellaPassword),
+                {sale, Impronta(sale, password)});
+    return db;
+}
+
+void Database::VerificaPassword(const QString& password)
+{
+    Recordset rs;
+    try {
+        rs = OpenRecordset(QStringLiteral("SELECT SALE, IMPRONTA FROM %1").arg(TabellaPassword));
+    } catch (const ErroreSistema& e) {
+        // Un file SQLite che non è dei nostri non ha la tabella della password.
+        if (e.numero() == CodiciErrore::TabellaMancante)
+            throw ErroreSistema(CodiciErrore::FormatoNonRiconosciuto);
+        throw;
+    }
+    if (rs.eof() || Impronta(rs.Fields(0).testo(), password) != rs.Fields(1).testo())
+        throw ErroreSistema(CodiciErrore::PasswordNonValida,
+                            QStringLiteral("Password non valida."));
+}
+
+Database::~Database() { Close(); }
+
+bool Database::aperto() const
+{
+    return !m_nomeConnessione.isEmpty() && QSqlDatabase::database(m_nomeConnessione, false).isOpen();
+}
+
+void Database::Close()
+{
+    if (m_nomeConnessione.isEmpty())
+        return;
+    {
+        QSqlDatabase c = QSqlDatabase::database(m_nomeConnessione, false);
+        c.close();
+    }
+    QSqlDatabase::removeDatabase(m_nomeConnessione);
+    m_nomeConnessione.clear();
+}
+
+sqlite3* Database::handle()
+{
+    QSqlDatabase c = QSqlDatabase::database(m_nomeConnessione, false);
+    const QVariant v = c.driver()->handle();
+    if (!v.isValid() || qstrcmp(v.typeName(), "sqlite3*") != 0)
+        return nullptr;
+    return *static_cast<sqlite3* const*>(v.data());
+}
+
+QSqlQuery Database::Esegui(const QString& sql, const QVariantList& parametri, bool avanti)
+{
+    if (!aperto())
+        throw ErroreSistema(3420, QStringLiteral("Oggetto non valido o non più impostato."));
+    QSqlQuery q(QSqlDatabase::database(m_nomeConnessione, false));
+    q.setForwardOnly(avanti);
+    if (!q.prepare(sql))
+        throw Traduci(q.lastError(), sql);
+    for (int i = 0; i < parametri.size(); ++i)
+        q.bindValue(i, parametri[i]);
+    if (!q.exec())
+        throw Traduci(q.lastError(), sql);
+    return q;
+}
+
+int Database::Execute(const QString& sql, const QVariantList& parametri)
+{
+    QSqlQuery q = Esegui(sql, parametri, true);
+    m_righeToccate = q.numRowsAffected();
+    if (m_righeToccate < 0)
+        m_righeToccate = 0;
+    return m_righeToccate;
+}
+
+Recordset Database::OpenRecordset(const QString& sql, const QVariantList& parametri)
+{
+    return Recordset(Esegui(sql, parametri, true));
+}
+
+qint64 Database::InserisciRiga(const QString& tabella, const Campi& campi)
+{
+    QStringList nomi, segnaposto;
+    QVariantList valori;
+    for (const auto& [nome, valore] : campi) {
+        nomi << Citato(nome);
+        segnaposto << QStringLiteral("?");
+        valori << valore;
+    }
+    const QString sql = nomi.isEmpty()
+        ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(Citato(tabella))
+        : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+              .arg(Citato(tabella), nomi.join(QLatin1Char(',')), segnaposto.join(QLatin1Char(',')));
+    QSqlQuery q = Esegui(sql, valori, true);
+    m_righeToccate = q.numRowsAffected();
+    return q.lastInsertId().toLongLong();
+}
+
+int Database::AggiornaRiga(const QString& tabella, const Campi& campi, const QString& condizione,
+                           const QVariantList& parametri)
+{
+    QStringList assegnazioni;
+    QVariantList valori;
+    for (const auto& [nome, valore] : campi) {
+        assegnazioni << Citato(nome) + QStringLiteral("=?");
+        valori << valore;
+    }
+    valori << parametri;
+    return Execute(QStringLiteral("UPDATE %1 SET %2 %3")
+                       .arg(Citato(tabella), assegnazioni.join(QLatin1Char(',')), condizione),
+                   valori);
+}
+
+QStringList Database::TableDefs()
+{
+    QStringList nomi;
+    Recordset rs = OpenRecordset(QStringLiteral(
+        "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' "
+        "AND name <> ? ORDER BY rowid"), {QString::fromLatin1(TabellaPassword)});
+    for (; !rs.eof(); rs.MoveNext())
+        nomi << rs.Fields(0).testo();
+    return nomi;
+}
+
+bool Database::EsisteTabella(const QString& nome)
+{
+    Recordset rs = OpenRecordset(
+        QStringLiteral("SELECT 1 FROM sqlite_master WHERE type='table' AND name = ? COLLATE NOCASE"), {nome});
+    return !rs.eof();
+}
+
+void Database::EliminaTabella(const QString& nome)
+{
+    if (!EsisteTabella(nome))
+        throw ErroreSistema(3265, QStringLiteral("Elemento non trovato in questo insieme: '%1'.").arg(nome));
+    Execute(QStringLiteral("DROP TABLE %1").arg(Citato(nome)));
+}
+
+void Database::CreaTabella(const QString& nome, const QList<DefinizioneCampo>& campi)
+{
+    if (EsisteTabella(nome))
+        throw ErroreSistema(3010, QStringLiteral("La tabella '%1' esiste già.").arg(nome));
+    QStringList colonne;
+    for (const auto& c : campi) {
+        if (c.attributi == AttributoCampo::Contatore)
+            colonne << Citato(c.nome) + QStringLiteral(" INTEGER PRIMARY KEY AUTOINCREMENT");
+        else if (c.tipo == TipoCampo::Testo)
+            colonne << Citato(c.nome) + QStringLiteral(" TEXT COLLATE NOCASE");
+        else
+            colonne << Citato(c.nome) + QStringLiteral(" INTEGER");
+    }
+    Execute(QStringLiteral("CREATE TABLE %1 (%2)").arg(Citato(nome), colonne.join(QStringLiteral(", "))));
+}
+
+void Database::CreaIndice(const QString& tabella, const QString& nome, const QStringList& campi,
+                          bool primario, bool unico)
+{
+    if (primario && campi.size() == 1) {
+        // La chiave contatore è già la chiave primaria della tabella.
+        Recordset rs = OpenRecordset(QStringLiteral("SELECT pk FROM pragma_table_info(?) WHERE name = ? COLLATE NOCASE"),
+                                     {tabella, campi.first()});
+        if (!rs.eof() && rs.Fields(0).intero() == 1)
+            return;
+    }
+    QStringList citati;
+    for (const auto& c : campi)
+        citati << Citato(c);
+    Execute(QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
+                .arg(primario || unico ? QStringLiteral("UNIQUE ") : QString(),
+                     Citato(tabella + QLatin1Char('_') + nome), Citato(tabella), citati.join(QLatin1Char(','))));
+}
+
+QStringList Database::ColonneTabella(const QString& nome)
+{
+    QStringList colonne;
+    Recordset rs = OpenRecordset(QStringLiteral("SELECT name FROM pragma_table_info(?) ORDER BY cid"), {nome});
+    for (; !rs.eof(); rs.MoveNext())
+        colonne << rs.Fields(0).testo();
+    return colonne;
+}
+
+QStringList Database::QueryDefs()
+{
+    QStringList nomi;
+    Recordset rs = OpenRecordset(QStringLiteral("SELECT name FROM sqlite_master WHERE type='view' ORDER BY rowid"));
+    for (; !rs.eof(); rs.MoveNext())
+        nomi << rs.Fields(0).testo();
+    return nomi;
+}
+
+void Database::EliminaQuery(const QString& nome)
+{
+    Recordset rs = OpenRecordset(
+        QStringLiteral("SELECT 1 FROM sqlite_master WHERE type='view' AND name = ? COLLATE NOCASE"), {nome});
+    if (rs.eof())
+        throw ErroreSistema(3265, QStringLiteral("Elemento non trovato in questo insieme: '%1'.").arg(nome));
+    rs.Close();
+    Execute(QStringLiteral("DROP VIEW %1").arg(Citato(nome)));
+}
+
+void Database::CreaQuery(const QString& nome, const QString& sql)
+{
+    Execute(QStringLiteral("CREATE VIEW %1 AS %2").arg(Citato(nome), sql));
+}
+
+void Database::IniziaTransazione() { Execute(QStringLiteral("BEGIN")); }
+void Database::ConfermaTransazione() { Execute(QStringLiteral("COMMIT")); }
