@@ -4,6 +4,7 @@
 #include "store/funzioni_sql.h"
 
 #include <QCryptographicHash>
+#include <algorithm>
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -241,6 +242,7 @@ void Database::Close()
 {
     if (m_nomeConnessione.isEmpty())
         return;
+    m_preparate.clear();
     {
         QSqlDatabase c = QSqlDatabase::database(m_nomeConnessione, false);
         c.close();
@@ -273,12 +275,42 @@ QSqlQuery Database::Esegui(const QString& sql, const QVariantList& parametri, bo
     return q;
 }
 
+QSqlQuery& Database::Preparata(const QString& sql)
+{
+    if (!aperto())
+        throw ErroreSistema(3420, QStringLiteral("Oggetto non valido o non più impostato."));
+    auto& q = m_preparate[sql];
+    if (!q) {
+        if (m_preparate.size() > 64) {
+            m_preparate.clear();
+            return Preparata(sql);
+        }
+        q = std::make_shared<QSqlQuery>(QSqlDatabase::database(m_nomeConnessione, false));
+        q->setForwardOnly(true);
+        if (!q->prepare(sql)) {
+            const QSqlError errore = q->lastError();
+            m_preparate.remove(sql);
+            throw Traduci(errore, sql);
+        }
+    }
+    return *q;
+}
+
 int Database::Execute(const QString& sql, const QVariantList& parametri)
 {
-    QSqlQuery q = Esegui(sql, parametri, true);
-    m_righeToccate = q.numRowsAffected();
-    if (m_righeToccate < 0)
-        m_righeToccate = 0;
+    QSqlQuery& q = Preparata(sql);
+    for (int i = 0; i < parametri.size(); ++i)
+        q.bindValue(i, parametri[i]);
+    const bool riuscita = q.exec();
+    if (!riuscita) {
+        const QSqlError errore = q.lastError();
+        q.finish();
+        // Dopo un errore (schema cambiato, tabella eliminata) si riprepara.
+        m_preparate.remove(sql);
+        throw Traduci(errore, sql);
+    }
+    m_righeToccate = std::max(0, q.numRowsAffected());
+    q.finish();
     return m_righeToccate;
 }
 
@@ -300,9 +332,8 @@ qint64 Database::InserisciRiga(const QString& tabella, const Campi& campi)
         ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(Citato(tabella))
         : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
               .arg(Citato(tabella), nomi.join(QLatin1Char(',')), segnaposto.join(QLatin1Char(',')));
-    QSqlQuery q = Esegui(sql, valori, true);
-    m_righeToccate = q.numRowsAffected();
-    return q.lastInsertId().toLongLong();
+    Execute(sql, valori);
+    return static_cast<qint64>(sqlite3_last_insert_rowid(handle()));
 }
 
 int Database::AggiornaRiga(const QString& tabella, const Campi& campi, const QString& condizione,

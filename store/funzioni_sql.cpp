@@ -113,11 +113,6 @@ void Mid(sqlite3_context* ctx, int argc, sqlite3_value** argv)
     sqlite3_result_text(ctx, b.constData(), static_cast<int>(b.size()), SQLITE_TRANSIENT);
 }
 
-void IsNull(sqlite3_context* ctx, int, sqlite3_value** argv)
-{
-    sqlite3_result_int(ctx, sqlite3_value_type(argv[0]) == SQLITE_NULL ? 1 : 0);
-}
-
 void Registra(sqlite3* db, const char* nome, int argomenti,
               void (*f)(sqlite3_context*, int, sqlite3_value**))
 {
@@ -138,5 +133,4 @@ void RegistraFunzioniSql(sqlite3* db)
     Registra(db, "FORMAT", 2, FunzioneFormat);
     Registra(db, "MID", 2, Mid);
     Registra(db, "MID", 3, Mid);
-    Registra(db, "ISNULL", 1, IsNull);
 }
