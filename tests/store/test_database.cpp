@@ -7,6 +7,7 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -99,6 +100,30 @@ TEST_F(Apertura, FileBloccatoInEsclusivaDa3045)
     auto primo = Database::Apri(cartella.percorsoDatabase(), true, ConnessioneDb);
     EXPECT_EQ(NumeroErrore([&] { Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb); }), 3045);
     primo->Close();
+    EXPECT_NO_THROW(Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb));
+}
+
+TEST_F(Apertura, FileBloccatoDaUnAltroProcessoDa3045)
+{
+    // Un altro processo (la riga di comando di sqlite3) tiene il file in esclusiva.
+    QProcess altro;
+    altro.start(QStringLiteral("sqlite3"), {cartella.percorsoDatabase()});
+    ASSERT_TRUE(altro.waitForStarted()) << "sqlite3 non disponibile";
+    altro.write("PRAGMA locking_mode=EXCLUSIVE;\nBEGIN EXCLUSIVE;\nSELECT 'pronto';\n");
+    QByteArray uscita;
+    while (!uscita.contains("pronto") && altro.waitForReadyRead(5000))
+        uscita += altro.readAllStandardOutput();
+    ASSERT_TRUE(uscita.contains("pronto")) << uscita.constData();
+    try {
+        Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb);
+        ADD_FAILURE() << "aperto nonostante il blocco";
+    } catch (const ErroreSistema& e) {
+        EXPECT_EQ(e.numero(), 3045);
+        EXPECT_EQ(e.descrizione(), QStringLiteral("Impossibile utilizzare '%1': file già in uso.").arg(cartella.percorsoDatabase()));
+    }
+    altro.write("COMMIT;\n.quit\n");
+    altro.closeWriteChannel();
+    ASSERT_TRUE(altro.waitForFinished(5000));
     EXPECT_NO_THROW(Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb));
 }
 
