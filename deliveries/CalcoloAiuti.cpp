@@ -38,12 +38,12 @@ QString AliquotaRegionale(const QString& aliquota)
     return t.replace(QLatin1Char('.'), QLatin1Char(','));
 }
 
-// Aiuto in doppia precisione: quantità x aliquota x 100, poi il testo della
-// doppia precisione (15 cifre significative) come la teneva la variabile.
+// Aiuto in doppia precisione: quantità x aliquota x 100, tenuto come testo
+// della doppia precisione (15 cifre significative).
 QString AiutoDoppia(const QString& quantita, const QString& aliquota)
 {
     const double aiuto = CDbl(quantita) * CDbl(AliquotaRegionale(aliquota)) * 100.0;
-    return Decimale::daDouble(aiuto).testo();
+    return CStr(aiuto);
 }
 
 QString TestoDifferenza(int indice, const QString& valore)

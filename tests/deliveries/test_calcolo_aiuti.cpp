@@ -45,6 +45,9 @@ protected:
         txt[16] = "0,12";
     }
 
+    // Il messaggio di CtrlQuantita ha solo OK: la risposta va messa in coda.
+    void PrevediTroppoGrande() { script->Rispondi(RispostaMsg::OK); }
+
     void AttendiTroppoGrande(int quanti = 1)
     {
         ASSERT_EQ(script->messaggi.size(), quanti);
@@ -163,6 +166,44 @@ TEST_F(CalcoloAiutiTest, QuozienteDecimaleA28Cifre)
     EXPECT_EQ(txt[21], "175,10");
     EXPECT_EQ(txt[20], "1,0000");
     EXPECT_EQ(txt[23], "175,10");
+    EXPECT_TRUE(script->messaggi.isEmpty());
+}
+
+TEST_F(CalcoloAiutiTest, AiutiInDoppiaPrecisioneEInDecimale)
+{
+    // Grezzo e neutro in doppia precisione (testo a 15 cifre), acquavite in decimale.
+    const QString quota = "0,123456789012345678";
+    Certificato("1", quota, quota, quota);
+    txt[2] = "29";
+    txt[13] = "1";
+    txt[16] = "1";
+    txt[17] = "1";
+    calcolo.calcoliAutomatici(false);
+    EXPECT_EQ(calcolo.CalcQtaGrezzo(), quota);
+    EXPECT_EQ(calcolo.CalcAiutoGrezzo(), "21,6172837560617");
+    EXPECT_EQ(calcolo.CalcAiutoNeutro(), "23,2592590499259");
+    EXPECT_EQ(calcolo.CalcAiutoAcquavite(), "21,6172837560617282178");
+    EXPECT_EQ(txt[21], "21,62");
+    EXPECT_EQ(txt[23], "21,62");
+    EXPECT_EQ(txt[25], "66,49");
+}
+
+TEST_F(CalcoloAiutiTest, AiutoPiccolissimoInNotazioneEsponenziale)
+{
+    // Sotto 1E-5 la doppia precisione si scrive con l'esponente: "1,751E-06".
+    // Formatta2dec lo taglia in "1,75", e il confronto segnala una differenza
+    // che mostra 0,00, lo stesso valore del campo.
+    Certificato("1000000", "0,01", "0", "0");
+    txt[2] = "29";
+    txt[13] = "1";
+    txt[16] = "1";
+    txt[17] = "1";
+    calcolo.calcoliAutomatici(false);
+    EXPECT_EQ(calcolo.CalcAiutoGrezzo(), "1,751E-06");
+    EXPECT_EQ(txt[18], "0,0000");
+    EXPECT_EQ(txt[21], "0,00");
+    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(),
+              InizioDifferenze + "\r\nIl valore calcolato degli Aiuto alcole grezzo é 0,00");
     EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
@@ -305,6 +346,7 @@ TEST_F(CalcoloAiutiTest, CtrlQuantitaFallisceAOgniChiamata)
             txt[i] = "prima";
         txt[24] = c.detrazione;
         txt[25] = "prima";
+        PrevediTroppoGrande();
         calcolo.calcoliAutomatici(c.conEttogradi);
         AttendiTroppoGrande();
         EXPECT_FALSE(calcolo.SalvaAbilitato());
@@ -318,8 +360,9 @@ TEST_F(CalcoloAiutiTest, CtrlQuantitaFallisceAOgniChiamata)
             const bool scritto = (i == 18 || i == 21) ? c.svuotato > 18
                                : (i == 19 || i == 22) ? c.svuotato > 19
                                                        : false;
-            if (i != c.svuotato && !scritto)
+            if (i != c.svuotato && !scritto) {
                 EXPECT_EQ(txt[i], "prima") << i;
+            }
         }
     }
 }
@@ -338,6 +381,7 @@ TEST_F(CalcoloAiutiTest, TotaleNegativoEIlSegnoComeCifra)
     EXPECT_EQ(calcolo.fun_Totale(), "-12345678901,50");
     EXPECT_TRUE(script->messaggi.isEmpty());
     txt[24] = "123456789012,5";
+    PrevediTroppoGrande();
     EXPECT_EQ(calcolo.fun_Totale(), "0,00");
     AttendiTroppoGrande();
     EXPECT_FALSE(calcolo.SalvaAbilitato());
@@ -404,14 +448,18 @@ TEST_F(CalcoloAiutiTest, CtrlQuantitaEPulsanteSalva)
     for (const Caso& c : casi) {
         SCOPED_TRACE(c.valore);
         script->messaggi.clear();
+        if (!c.passa)
+            PrevediTroppoGrande();
         EXPECT_EQ(calcolo.CtrlQuantita(c.valore, c.cifre), c.passa);
         EXPECT_EQ(calcolo.SalvaAbilitato(), c.passa);
-        if (c.passa)
+        if (c.passa) {
             EXPECT_TRUE(script->messaggi.isEmpty());
-        else
+        } else {
             AttendiTroppoGrande();
+        }
     }
     // Salva resta spento fino al prossimo controllo riuscito.
+    PrevediTroppoGrande();
     calcolo.CtrlQuantita("123456789", 8);
     EXPECT_FALSE(calcolo.SalvaAbilitato());
     calcolo.CtrlQuantita("1", 8);
@@ -521,6 +569,7 @@ TEST_F(CalcoloAiutiTest, OverflowNelConfronto)
 
     txt[18] = "1";
     txt[19] = "5";  // anche una differenza: vince l'overflow
+    PrevediTroppoGrande();
     EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(),
               "OVERFLOW - Il campo Quantità alcole grezzo non puo' essere calcolato \r\n");
     AttendiTroppoGrande();
@@ -531,6 +580,7 @@ TEST_F(CalcoloAiutiTest, OverflowNelConfronto)
     script->messaggi.clear();
     txt[13] = "10000000";
     txt[17] = "5";
+    PrevediTroppoGrande();
     EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), "OVERFLOW - Il campo Ettogradi non puo' essere calcolato \r\n");
     AttendiTroppoGrande();
 
@@ -540,6 +590,7 @@ TEST_F(CalcoloAiutiTest, OverflowNelConfronto)
     txt[2] = "29";
     txt[24] = "123456789012";
     txt[25] = "1";
+    PrevediTroppoGrande();
     EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), "OVERFLOW - Il campo Totale aiuto non puo' essere calcolato \r\n");
     AttendiTroppoGrande();
     EXPECT_FALSE(calcolo.SalvaAbilitato());
@@ -591,6 +642,7 @@ TEST_F(CalcoloAiutiTest, SalvataggioConOverflow)
         txt[13] = "10000000";
         txt[16] = "1";
         txt[17] = "5";
+        PrevediTroppoGrande();
         script->Rispondi(risposta);
         EXPECT_EQ(calcolo.ControllaCalcoliAlSalvataggio(), risposta == RispostaMsg::OK);
         ASSERT_EQ(script->messaggi.size(), 2);
@@ -633,6 +685,7 @@ TEST_F(CalcoloAiutiTest, CmdcalcoloCampiObbligatori)
         txt[13] = c.vino;
         txt[16] = c.titolo;
         txt[17] = "";
+        script->Rispondi(RispostaMsg::OK);
         EXPECT_EQ(calcolo.Cmdcalcolo(), c.fuoco);
         ASSERT_EQ(script->messaggi.size(), 1);
         EXPECT_EQ(script->messaggi[0].testo, c.messaggio);
