@@ -18,10 +18,12 @@ public:
     // Calcola e scrive i campi. Con true ricalcola prima gli Ettogradi da vino
     // e titolo alcolometrico.
     void calcoliAutomatici(bool calcolaEttogradi);
-    // Ricalcola senza scrivere (salvo il totale) e riporta le differenze:
-    // "" se tutto combacia, il testo "OVERFLOW - ..." o quello delle differenze.
+    // Ricalcola e riporta le differenze: "" se tutto combacia (e allora scrive
+    // il totale), altrimenti il testo "OVERFLOW - ..." o quello delle
+    // differenze. Scrive comunque "0,00" negli aiuti vuoti, tramite fun_Totale.
     QString CTRL_calcoliAutomatici();
-    // Totale aiuto, testo a due decimali.
+    // Totale aiuto, testo a due decimali. Usa le aliquote impostate
+    // dall'ultima delle due entrate qui sopra.
     QString fun_Totale();
     // Controllo delle cifre intere; abilita o disabilita Salva.
     bool CtrlQuantita(const QString& valore, int cifre);
