@@ -903,13 +903,20 @@ QDate LeggiData(const QString& testo)
     QStringList parti;
     QString corrente;
     bool lettere = false;
+    // Ultimo separatore visto dopo una parte: uno spazio può stare accanto a
+    // un altro separatore, due separatori veri di fila no.
+    QChar separatore;
     for (QChar c : testo.trimmed()) {
         if (c == QLatin1Char('/') || c == QLatin1Char('-') || c == QLatin1Char('.') || Spazio(c)) {
-            if (!corrente.isEmpty())
+            if (!corrente.isEmpty()) {
                 parti.append(corrente);
-            else if (!Spazio(c))
-                return QDate();  // due separatori di fila
-            corrente.clear();
+                corrente.clear();
+                separatore = c;
+            } else if (!Spazio(c)) {
+                if (parti.isEmpty() || !Spazio(separatore))
+                    return QDate();
+                separatore = c;
+            }
             continue;
         }
         const bool cifra = c.unicode() >= u'0' && c.unicode() <= u'9';
