@@ -87,14 +87,14 @@ void CalcoloAiuti::impostaAliquote()
 {
     // Conta solo l'articolo: né campagna, né colore, né approvazione anticipata.
     if (m_txt.value(2) == QLatin1String("29")) {
-        m_aliquotaGrezzo = CoefficienteAlcoleGrezzo;     // 1.751
-        m_aliquotaNeutro = CoefficienteAlcoleNeutro;     // 1.884
-        m_aliquotaAcquavite = CoefficienteAlcoleGrezzo;  // 1.751, come l'alcole grezzo
+        m_aliquotaGrezzo = AliquotaArt29Grezzo;
+        m_aliquotaNeutro = AliquotaArt29Neutro;
+        m_aliquotaAcquavite = AliquotaArt29Grezzo;  // l'acquavite ha l'aliquota del grezzo
     } else {
         // Articolo 30 (e qualunque altro testo): 1.1222 per tutti e tre.
-        m_aliquotaGrezzo = CoefficienteAcquavite;
-        m_aliquotaNeutro = CoefficienteAcquavite;
-        m_aliquotaAcquavite = CoefficienteAcquavite;
+        m_aliquotaGrezzo = AliquotaArt30;
+        m_aliquotaNeutro = AliquotaArt30;
+        m_aliquotaAcquavite = AliquotaArt30;
     }
 }
 

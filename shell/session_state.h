@@ -33,9 +33,12 @@ inline const QString TagProgramma = QStringLiteral("Kelvar");
 inline const QString LunghezzaRigaFatture = QStringLiteral("260");
 inline const QString LunghezzaRigaConferimenti = QStringLiteral("300");
 inline const QString TipoData = QStringLiteral("DT");
-inline const QString CoefficienteAcquavite = QStringLiteral("1.1222");
-inline const QString CoefficienteAlcoleGrezzo = QStringLiteral("1.751");
-inline const QString CoefficienteAlcoleNeutro = QStringLiteral("1.884");
+// Aliquote degli aiuti, tenute come testo col punto decimale: l'articolo 29 ha
+// 1.751 per alcole grezzo e acquavite e 1.884 per l'alcole neutro; il 30
+// (e ogni altro testo) 1.1222 per tutti e tre i prodotti.
+inline const QString AliquotaArt29Grezzo = QStringLiteral("1.751");
+inline const QString AliquotaArt29Neutro = QStringLiteral("1.884");
+inline const QString AliquotaArt30 = QStringLiteral("1.1222");
 inline const QString QueryReportUtf = QStringLiteral("sqlReportUTF");
 inline const QString QueryReportDomandaProduttore = QStringLiteral("sqlReportDomandaPeroduttore");
 inline const QString DescrizioneSetup = QStringLiteral("Distilleria ART.29-30 con Carico, Gestione, Scarico.");
