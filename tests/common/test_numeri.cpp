@@ -379,3 +379,11 @@ TEST(IsDate, GiornoPrimaDelMese)
         EXPECT_EQ(NumeroErrore([no] { CDate(QString::fromUtf8(no)); }), 13) << no;
     }
 }
+
+TEST(Format, MaschereLunghe)
+{
+    // più posti di quante cifre stiano in un Decimale
+    const QString maschera = QString(40, QLatin1Char('0')) + QLatin1Char('.') + QString(40, QLatin1Char('0'));
+    const QString r = Format(D("-1,5"), maschera);
+    EXPECT_EQ(r, QLatin1Char('-') + QString(39, QLatin1Char('0')) + QStringLiteral("1,5") + QString(39, QLatin1Char('0')));
+}
