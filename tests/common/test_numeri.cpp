@@ -1,4 +1,5 @@
 #include "common/errore.h"
+#include "support/errori_prova.h"
 #include "common/numeri.h"
 
 #include <QDate>
@@ -10,17 +11,6 @@ namespace {
 
 Decimale D(const char* testo) { return Decimale(QString::fromUtf8(testo)); }
 
-// Numero dell'errore sollevato dalla funzione, 0 se non ne solleva.
-template <typename F>
-int NumeroErrore(F&& f)
-{
-    try {
-        f();
-    } catch (const ErroreSistema& e) {
-        return e.numero();
-    }
-    return 0;
-}
 
 struct CasoTesto {
     const char* ingresso;

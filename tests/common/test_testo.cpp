@@ -1,4 +1,5 @@
 #include "common/errore.h"
+#include "support/errori_prova.h"
 #include "common/testo.h"
 
 #include <gtest/gtest.h>
@@ -7,16 +8,6 @@ namespace {
 
 QString T(const char* s) { return QString::fromUtf8(s); }
 
-template <typename F>
-int NumeroErrore(F&& f)
-{
-    try {
-        f();
-    } catch (const ErroreSistema& e) {
-        return e.numero();
-    }
-    return 0;
-}
 
 }  // namespace
 

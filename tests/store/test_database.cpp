@@ -1,6 +1,7 @@
 // Facciata del database: apertura e suoi errori, letture e scritture,
 // regole su Null e maiuscole, funzioni SQL del dialetto, definizioni e viste.
 #include "common/errore.h"
+#include "support/errori_prova.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 #include "support/cartella_prova.h"
@@ -15,17 +16,6 @@
 
 namespace {
 
-// Esegue f e restituisce il numero dell'ErroreSistema sollevato (0 se nessuno).
-template <typename F>
-int NumeroErrore(F&& f)
-{
-    try {
-        f();
-    } catch (const ErroreSistema& e) {
-        return e.numero();
-    }
-    return 0;
-}
 
 QByteArray Impronta(const QString& percorso)
 {
