@@ -2,6 +2,7 @@
 
 #include "common/errore.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QStringDecoder>
 #include <array>
