@@ -48,14 +48,24 @@ RigaValori::RigaValori(std::initializer_list<std::pair<QString, QString>> valori
 
 RigaValori& RigaValori::Imposta(const QString& nome, const QString& valore)
 {
-    m_valori.insert(nome.toUpper(), valore);
+    // Il nome com'è scritto e in maiuscolo: di solito chi legge lo scrive
+    // uguale e la ricerca non deve convertire nulla.
+    const QString maiuscolo = nome.toUpper();
+    if (m_valori.contains(maiuscolo))
+        m_valori.removeIf([&](const auto& voce) { return voce.key().toUpper() == maiuscolo; });
+    m_valori.insert(nome, valore);
+    if (maiuscolo != nome)
+        m_valori.insert(maiuscolo, valore);
     return *this;
 }
 
 QString RigaValori::Campo(const QString& nome) const
 {
+    auto it = m_valori.constFind(nome);
+    if (it != m_valori.constEnd())
+        return *it;
     const QString chiave = nome.toUpper();
-    auto it = m_valori.constFind(chiave);
+    it = m_valori.constFind(chiave);
     if (it == m_valori.constEnd()) {
         const QString semplice = NomeSemplice(chiave);
         if (!semplice.isEmpty())

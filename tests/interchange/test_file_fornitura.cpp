@@ -194,3 +194,18 @@ TEST_F(FileFornituraConDatabase, ProduttoreConNomeAccentatoRiletto)
 }
 
 }  // namespace
+
+namespace {
+
+TEST(RigaValori, NomiSenzaDistinguereMaiuscoleEQualificati)
+{
+    RigaValori riga{{"domanda", "1"}, {"BOLLE.DATA_PAGA", "01/01/2006"}, {"DATA_PAGA", "02/02/2006"}};
+    riga.Imposta("DOMANDA", "2");  // sostituisce il valore scritto in minuscolo
+    EXPECT_EQ("2", riga.Campo("domanda"));
+    EXPECT_EQ("2", riga.Campo("Domanda"));
+    EXPECT_EQ("01/01/2006", riga.Campo("bolle.data_paga"));
+    EXPECT_EQ("02/02/2006", riga.Campo("FATTURE.DATA_PAGA"));  // qualificato assente: il nome semplice
+    EXPECT_EQ(3265, NumeroErrore([&] { riga.Campo("GRADO"); }));
+}
+
+}  // namespace

@@ -294,6 +294,8 @@ TEST(TracciatoFattureEntrata, ImportiSpezzatiConPartiBiancheOZeri)
     r.replace(122, 8, QStringLiteral("0002    "));
     r.replace(130, 14, QStringLiteral("00000000000000"));
     r.replace(182, 11, QStringLiteral("1234567  12"));
+    // Il totale con un segno nella parte intera: la regola generale del valore numerico.
+    r.replace(158, 14, QStringLiteral("   -0000001234"));
     Carico c;
     c.LeggiRiga(Entrata1("00000012345", "01"));
     c.LeggiRiga(r);
@@ -303,6 +305,7 @@ TEST(TracciatoFattureEntrata, ImportiSpezzatiConPartiBiancheOZeri)
     EXPECT_EQ("2,", f.PREZ_MINI);
     EXPECT_EQ("0,00", f.IMPO);
     EXPECT_EQ("1234567,  12", f.QTA_LAVO);
+    EXPECT_EQ("-12,34", f.IMPO_TOTA);
 }
 
 // Le bolle sono della domanda: una nuova fattura riporta l'indice a zero.
