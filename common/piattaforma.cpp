@@ -119,6 +119,10 @@ QString SfogliaCartella(const QString& titolo) { return piattaforma().SfogliaCar
 void MostraTesto(const QString& percorso) { piattaforma().MostraTesto(percorso); }
 void Beep() { piattaforma().Beep(); }
 void Clessidra(bool attiva) { piattaforma().Clessidra(attiva); }
-void TerminaProcesso() { piattaforma().TerminaProcesso(); }
+void TerminaProcesso()
+{
+    piattaforma().TerminaProcesso();
+    std::abort();  // un'implementazione che ritorna e' un errore di programmazione
+}
 
 std::unique_ptr<Piattaforma> CreaPiattaformaQt() { return std::make_unique<PiattaformaQt>(); }
