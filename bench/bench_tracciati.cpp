@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
+#include <cstdio>
 
 namespace {
 
@@ -225,7 +226,8 @@ void PreparaEntrataConferimenti()
 
 void LetturaConferimenti(benchmark::State& state)
 {
-    PreparaDatabase();
+    if (!sessione().DbDistilleria)
+        PreparaDatabase();
     PreparaEntrataConferimenti();
     for (auto _ : state) {
         TracciatoConferimenti::Carico carico;
@@ -235,7 +237,6 @@ void LetturaConferimenti(benchmark::State& state)
         benchmark::DoNotOptimize(carico.Domande.size());
     }
     state.SetItemsProcessed(state.iterations() * NumeroRecord);
-    sessione().DbDistilleria.reset();
 }
 
 BENCHMARK(ScritturaFatture)->Unit(benchmark::kMillisecond);
@@ -249,7 +250,14 @@ int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    int esito = 0;
+    try {
+        benchmark::RunSpecifiedBenchmarks();
+    } catch (const std::exception& e) {
+        fprintf(stderr, "Misura interrotta: %s\n", e.what());
+        esito = 1;
+    }
+    sessione().DbDistilleria.reset();
     benchmark::Shutdown();
-    return 0;
+    return esito;
 }
