@@ -69,27 +69,38 @@ TEST_F(FileFornitura, DomandaSenzaFattureDaTestataECodaConCrLf)
     EXPECT_EQ(atteso.toStdString(), Contenuto(Percorso("COPI1.666")).toStdString());
 }
 
-TEST_F(FileFornitura, SimboloDelGradoUnByteSuDuecentosessanta)
+TEST_F(FileFornitura, LetteraAccentataUnCarattereEUnByteDeiDuecentosessanta)
 {
+    sessione().DistilleriaDati.CODI_FISC = QStringLiteral("01234567890");
     TracciatoFatture::Scarico scarico;
-    const RigaValori riga{{"DOMANDA", "00000012345"}, {"NUME_FATT", "125"},         {"CODI_FISC", "RSSMRA70A01H501S"},
-                          {"NUMERO_BOLLA", "N° 44"},   {"DATA_CONSEGNA", "02/03/2006"}, {"QUANTITA_PRODOTTO", "750,0000"},
-                          {"BOLLE.DATA_PAGA", ""},     {"GRADO", "12,5000"}};
-    const QString record = scarico.TRACCIATO_2(riga);
-    ASSERT_EQ(260, record.size());
+    const RigaValori fattura{{"DOMANDA", "00000012345"},   {"CODI_LAVO", "VDT"},   {"PRODOTTO", "ANE"},
+                             {"CODI_FISC", "RSSMRA70A01H501S"}, {"NUME_FATT", "125"}, {"DATA_FATT", "15/03/2006"},
+                             {"QTA_PROD", "1500,0000"},     {"GRAD", "12,5000"},     {"PREZ_MINI", "2,4500"},
+                             {"IMPO", "3675,00"},           {"IVA", "735,00"},       {"IMPO_TOTA", "4410,00"},
+                             {"DATA_PAGA", ""},             {"QTA_LAVO", "1480,0000"},
+                             {"DENOMINAZIONE", QStringLiteral("CANTINA DI SAN DONÀ DI PIAVE")}};
+    const RigaValori bolla{{"DOMANDA", "00000012345"}, {"NUME_FATT", "125"},         {"CODI_FISC", "RSSMRA70A01H501S"},
+                           {"NUMERO_BOLLA", "N° 44"},   {"DATA_CONSEGNA", "02/03/2006"}, {"QUANTITA_PRODOTTO", "750,0000"},
+                           {"BOLLE.DATA_PAGA", ""},     {"GRADO", "12,5000"}};
+    const QString record1 = scarico.TRACCIATO_1(fattura);
+    const QString record2 = scarico.TRACCIATO_2(bolla);
+    ASSERT_EQ(260, record1.size());
+    ASSERT_EQ(260, record2.size());
     {
-        ScritturaFornitura file(Percorso("bolle.txt"));
-        file.Print(record);
+        ScritturaFornitura file(Percorso("fatture.txt"));
+        file.Print(record1);
+        file.Print(record2);
         file.Close();
     }
-    const QByteArray byte = Contenuto(Percorso("bolle.txt"));
-    ASSERT_EQ(262, byte.size());
-    EXPECT_EQ(QByteArray("N\xB0 44"), byte.mid(43, 5));  // "°" è il byte B0
-    EXPECT_EQ(QByteArray("\r\n"), byte.right(2));
+    const QByteArray byte = Contenuto(Percorso("fatture.txt"));
+    ASSERT_EQ(2 * 262, byte.size());
+    EXPECT_EQ(QByteArray("SAN DON\xC0 DI PIAVE"), byte.mid(171, 17));  // "À" è il byte C0
+    EXPECT_EQ(QByteArray(30, ' ') + "\r\n", byte.mid(230, 32));     // il nome non sposta la coda
+    EXPECT_EQ(QByteArray("N\xB0 44"), byte.mid(262 + 43, 5));         // "°" è il byte B0
 
-    LetturaFornitura lettura(Percorso("bolle.txt"));
-    const QString riletta = lettura.LineInput();
-    EXPECT_TRUE(RecordUguale(record, riletta));
+    LetturaFornitura lettura(Percorso("fatture.txt"));
+    EXPECT_TRUE(RecordUguale(record1, lettura.LineInput()));
+    EXPECT_TRUE(RecordUguale(record2, lettura.LineInput()));
     EXPECT_TRUE(lettura.eof());
 }
 
