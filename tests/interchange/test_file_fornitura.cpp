@@ -136,16 +136,6 @@ TEST_F(FileFornitura, FineRigaComeLineInput)
     EXPECT_EQ(62, NumeroErrore([&] { lettura.LineInput(); }));
 }
 
-TEST_F(FileFornitura, FileVuotoEFinaleConCrLf)
-{
-    Scrivi(Percorso("vuoto.txt"), "");
-    EXPECT_TRUE(LetturaFornitura(Percorso("vuoto.txt")).eof());
-    Scrivi(Percorso("una.txt"), "riga\r\n");
-    LetturaFornitura lettura(Percorso("una.txt"));
-    EXPECT_EQ("riga", lettura.LineInput());
-    EXPECT_TRUE(lettura.eof());
-}
-
 TEST_F(FileFornitura, ErroriDiApertura)
 {
     EXPECT_EQ(53, NumeroErrore([&] { LetturaFornitura l(Percorso("manca.txt")); }));

@@ -384,17 +384,6 @@ TEST(TracciatoFattureEntrata, FatturaOBollaPrimaDiUnaDomandaSonoErroriDiEsecuzio
     }
 }
 
-TEST(TracciatoFattureEntrata, AzzeraRiportaAlloStatoIniziale)
-{
-    Carico c;
-    c.LeggiRiga(Entrata0);
-    c.LeggiRiga(Entrata1("00000012345", "01"));
-    c.Azzera();
-    EXPECT_EQ(0, c.NumeroDomande);
-    EXPECT_EQ(1, c.Domande.size());
-    EXPECT_EQ("", c.Fornitura.CAMPAGNA);
-}
-
 // ------------------------------------------------- dalle query di scarico
 
 class TracciatoFattureDatabase : public ProvaConDatabase {
