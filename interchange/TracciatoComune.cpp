@@ -1,0 +1,72 @@
+#include "interchange/TracciatoComune.h"
+
+#include "common/errore.h"
+#include "common/numeri.h"
+
+namespace TracciatoComune {
+
+void RecordFuoriPosto(const QString& tipo)
+{
+    throw ErroreSistema(IndiceFuoriIntervallo,
+                        QStringLiteral("Indice non compreso nell'intervallo (record di tipo %1 fuori posto)")
+                            .arg(tipo));
+}
+
+namespace {
+
+// La forma GG/MM/AAAA che le maschere scrivono, letta senza passare per le
+// regole generali delle date (che guardano anche l'anno corrente).
+QDate DataCanonica(const QString& t)
+{
+    if (t.size() != 10 || t.at(2) != QLatin1Char('/') || t.at(5) != QLatin1Char('/'))
+        return QDate();
+    int valori[3] = {0, 0, 0};
+    const int inizio[3] = {0, 3, 6};
+    const int lunghezza[3] = {2, 2, 4};
+    for (int k = 0; k < 3; ++k)
+        for (int i = inizio[k]; i < inizio[k] + lunghezza[k]; ++i) {
+            const char16_t c = t.at(i).unicode();
+            if (c < u'0' || c > u'9')
+                return QDate();
+            valori[k] = valori[k] * 10 + (c - u'0');
+        }
+    if (valori[2] < 1000)
+        return QDate();
+    return QDate(valori[2], valori[1], valori[0]);
+}
+
+}  // namespace
+
+QString FormatoData(const QString& testo, const QString& maschera)
+{
+    const QDate canonica = DataCanonica(testo);
+    if (canonica.isValid())
+        return Format(canonica, maschera);
+    if (!IsDate(testo))
+        return testo;
+    return Format(CDate(testo), maschera);
+}
+
+QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali)
+{
+    const QString intera = Mid(riga, inizio, cifreIntere);
+    QString risultato;
+    // Solo cifre e spazi, al più 15 cifre: il valore è l'intero delle cifre e
+    // Val seguito da CStr lo riscriverebbe tale e quale. Altrimenti si passa
+    // per le due routine.
+    bool semplice = intera.size() <= 15;
+    qint64 valore = 0;
+    for (qsizetype i = 0; semplice && i < intera.size(); ++i) {
+        const char16_t c = intera.at(i).unicode();
+        if (c >= u'0' && c <= u'9')
+            valore = valore * 10 + (c - u'0');
+        else if (c != u' ')
+            semplice = false;
+    }
+    risultato = semplice ? QString::number(valore) : CStr(Val(intera));
+    risultato += QLatin1Char(',');
+    risultato += Mid(riga, inizio + cifreIntere, decimali);
+    return risultato;
+}
+
+}  // namespace TracciatoComune

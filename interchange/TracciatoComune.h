@@ -1,0 +1,36 @@
+#pragma once
+// Pezzi comuni ai tracciati dei due rami: estrazione a posizioni fisse,
+// riempimenti, date e importi con i decimali sottintesi.
+
+#include <QString>
+
+namespace TracciatoComune {
+
+// Errore di esecuzione di un record fuori posto (un record figlio senza il
+// suo record padre): l'indice della lista non esiste.
+constexpr int IndiceFuoriIntervallo = 9;
+[[noreturn]] void RecordFuoriPosto(const QString& tipo);
+
+// Come Mid: posizione da 1; oltre la fine della riga dà quel che resta o "".
+inline QString Mid(const QString& riga, int inizio, int lunghezza)
+{
+    return riga.mid(inizio - 1, lunghezza);
+}
+
+inline QString Spazi(int n) { return QString(n, QLatin1Char(' ')); }
+
+// La cifra tolta la virgola: nessun cambio di scala, solo testo.
+inline QString SenzaVirgole(QString valore) { return valore.remove(QLatin1Char(',')); }
+
+// Format di una data tenuta come testo: se il testo è una data la si scrive
+// con la maschera ("YYYYMMDD", "DD/MM/YYYY"); un testo che non è una data,
+// anche vuoto, esce così com'è.
+QString FormatoData(const QString& testo, const QString& maschera);
+
+// Importo in entrata spezzato in parte intera e decimali, consecutive dalla
+// posizione data: valore numerico della parte intera riscritto come numero
+// semplice (zeri e spazi in testa spariscono, tutta bianca vale 0), la
+// virgola, i decimali così come stanno, spazi compresi.
+QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali);
+
+}  // namespace TracciatoComune
