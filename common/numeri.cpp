@@ -991,7 +991,8 @@ QDate LeggiData(const QString& testo)
             numeri.append(parti[i]);
         }
     }
-    const int annoCorrente = QDate::currentDate().year();
+    // L'anno corrente serve solo alle forme senza anno; leggerlo costa (fuso orario).
+    auto annoCorrente = [] { return QDate::currentDate().year(); };
     if (posMese >= 0) {
         const int mese = MeseInLettere(parti[posMese]);
         if (mese == 0)
@@ -1001,7 +1002,7 @@ QDate LeggiData(const QString& testo)
         // un solo numero: giorno dell'anno corrente, o anno col giorno 1
         QDate d;
         if (numeri[0].size() <= 2)
-            d = Componi(annoCorrente, mese, numeri[0].toInt());
+            d = Componi(annoCorrente(), mese, numeri[0].toInt());
         return d.isValid() ? d : Componi(EspandiAnno(numeri[0]), mese, 1);
     }
     const int a = numeri[0].toInt(), b = numeri[1].toInt();
@@ -1014,9 +1015,9 @@ QDate LeggiData(const QString& testo)
     }
     if (numeri[0].size() >= 3)
         return Componi(a, b, 1);
-    QDate d = Componi(annoCorrente, b, a);
+    QDate d = Componi(annoCorrente(), b, a);
     if (!d.isValid())
-        d = Componi(annoCorrente, a, b);
+        d = Componi(annoCorrente(), a, b);
     if (!d.isValid())
         d = Componi(EspandiAnno(numeri[1]), a, 1);
     return d;
