@@ -33,9 +33,13 @@ inline const QString TagProgramma = QStringLiteral("Kelvar");
 inline const QString LunghezzaRigaFatture = QStringLiteral("260");
 inline const QString LunghezzaRigaConferimenti = QStringLiteral("300");
 inline const QString TipoData = QStringLiteral("DT");
-inline const QString CoefficienteAcquavite = QStringLiteral("1.1222");
-inline const QString CoefficienteAlcoleGrezzo = QStringLiteral("1.751");
-inline const QString CoefficienteAlcoleNeutro = QStringLiteral("1.884");
+// Aliquote del calcolo degli aiuti, tenute come testo con il punto decimale:
+// l'articolo 29 ha 1.751 per grezzo e acquavite e 1.884 per il neutro,
+// l'articolo 30 ha 1.1222 per tutti e tre i prodotti.
+inline const QString AliquotaArt29Grezzo = QStringLiteral("1.751");
+inline const QString AliquotaArt29Neutro = QStringLiteral("1.884");
+inline const QString AliquotaArt29Acquavite = QStringLiteral("1.751");
+inline const QString AliquotaArt30 = QStringLiteral("1.1222");
 inline const QString QueryReportUtf = QStringLiteral("sqlReportUTF");
 inline const QString QueryReportDomandaProduttore = QStringLiteral("sqlReportDomandaPeroduttore");
 inline const QString DescrizioneSetup = QStringLiteral("Distilleria ART.29-30 con Carico, Gestione, Scarico.");
@@ -180,5 +184,5 @@ struct Sessione {
 
 Sessione& sessione();
 
-// Connessione aperta della sessione; solleva l'errore 3021-like se manca.
+// Connessione aperta della sessione; senza connessione aperta solleva l'errore 3420.
 Database& Db();
