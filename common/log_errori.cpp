@@ -2,6 +2,7 @@
 
 #include "common/errore.h"
 #include "common/piattaforma.h"
+#include "common/testo.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 
@@ -12,20 +13,12 @@
 
 namespace {
 
-// Raddoppia gli apici e poi le virgolette, come per un testo scritto in SQL.
-QString ApiceLocale(QString testo)
-{
-    testo.replace(QLatin1Char('\''), QLatin1String("''"));
-    testo.replace(QLatin1Char('"'), QLatin1String("\"\""));
-    return testo;
-}
-
 // Il testo che resta memorizzato da un letterale '...' costruito con
 // ApiceSql: gli apici raddoppiati tornano singoli, le virgolette raddoppiate
 // restano doppie (dentro gli apici il motore non le riduce).
 QString ComeDaLetterale(const QString& testo)
 {
-    return ApiceLocale(testo).replace(QLatin1String("''"), QLatin1String("'"));
+    return ApiceSql(testo).replace(QLatin1String("''"), QLatin1String("'"));
 }
 
 QString NomeEseguibile()
