@@ -29,8 +29,6 @@ public:
 
     // Il vettore di etichette Label1 (indici 0..3).
     QLabel* Label1(int indice) const { return m_label1.value(indice); }
-    // Vero quando il controllo di versione è già stato eseguito.
-    bool Attivata() const { return m_attivata; }
 
     void Form_Activate();
     void Label1_Click(int Index);
