@@ -25,7 +25,12 @@ public:
     {
         QMessageBox box(QApplication::activeWindow());
         box.setWindowTitle(titolo.isEmpty() ? TitoloPredefinito() : titolo);
-        box.setText(testo);
+        // Alcuni messaggi vanno a capo con il solo ritorno carrello: a video
+        // ogni \r, da solo o seguito da \n, vale un a capo.
+        QString mostrato = testo;
+        mostrato.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+        box.setTextFormat(Qt::PlainText);
+        box.setText(mostrato);
         switch (stile & 0x70) {
         case StileMsg::Critico: box.setIcon(QMessageBox::Critical); break;
         case StileMsg::Domanda: box.setIcon(QMessageBox::Question); break;
@@ -119,6 +124,10 @@ QString SfogliaCartella(const QString& titolo) { return piattaforma().SfogliaCar
 void MostraTesto(const QString& percorso) { piattaforma().MostraTesto(percorso); }
 void Beep() { piattaforma().Beep(); }
 void Clessidra(bool attiva) { piattaforma().Clessidra(attiva); }
-void TerminaProcesso() { piattaforma().TerminaProcesso(); }
+void TerminaProcesso()
+{
+    piattaforma().TerminaProcesso();
+    std::abort();  // un'implementazione che ritorna e' un errore di programmazione
+}
 
 std::unique_ptr<Piattaforma> CreaPiattaformaQt() { return std::make_unique<PiattaformaQt>(); }
