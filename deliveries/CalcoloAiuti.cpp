@@ -89,7 +89,7 @@ void CalcoloAiuti::impostaAliquote()
     if (m_txt.value(2) == QLatin1String("29")) {
         m_aliquotaGrezzo = AliquotaArt29Grezzo;
         m_aliquotaNeutro = AliquotaArt29Neutro;
-        m_aliquotaAcquavite = AliquotaArt29Grezzo;  // l'acquavite ha l'aliquota del grezzo
+        m_aliquotaAcquavite = AliquotaArt29Acquavite;
     } else {
         // Articolo 30 (e qualunque altro testo): 1.1222 per tutti e tre.
         m_aliquotaGrezzo = AliquotaArt30;
