@@ -3,7 +3,10 @@
 //   - Modo1Ordinato: la lista "Fatture" delle domande (modo 1, join esterno
 //     DOMANDE-FATTURE) con l'ordinamento della ricerca, 1000 domande da 100
 //     fatture;
+//   - Modo1OrdinatoSenzaIndice: lo stesso senza l'indice DOMANDE_ORDINE, per
+//     misurare quanto vale l'indice;
 //   - Fatture2: le fatture di una domanda (modo "FATTURE2") che ne ha 100 000.
+// passo_max_ms è il passo di scorrimento più lungo (un blocco di righe).
 // Obiettivo: prima schermata sotto i 100 ms, scorrimento senza blocchi.
 #include "common/liste.h"
 #include "shell/session_state.h"
@@ -52,13 +55,16 @@ std::unique_ptr<QTemporaryDir> Genera(int domande)
 struct Lista {
     QVariant modo;
     QString condizione;
+    bool senzaIndice = false;  // per confronto: senza l'indice DOMANDE_ORDINE
 };
 
 void Misura(benchmark::State& stato, int domande, const Lista& lista)
 {
     auto dir = Genera(domande);
+    if (lista.senzaIndice)
+        Db().Execute(QStringLiteral("DROP INDEX DOMANDE_ORDINE"));
     sessione().DomandaSel.ID_DOMANDA = 1;
-    double primaSchermata = 0, finoInFondo = 0;
+    double primaSchermata = 0, finoInFondo = 0, passoMassimo = 0;
     qint64 righe = 0;
     for (auto _ : stato) {
         QTableView griglia;
@@ -77,9 +83,12 @@ void Misura(benchmark::State& stato, int domande, const Lista& lista)
         // carica il blocco successivo, finché le righe finiscono.
         t.restart();
         auto* modello = griglia.model();
+        QElapsedTimer passo;
         while (modello->canFetchMore(QModelIndex())) {
+            passo.start();
             griglia.scrollToBottom();
             QApplication::processEvents();
+            passoMassimo = std::max(passoMassimo, double(passo.nsecsElapsed()) / 1e6);
         }
         griglia.scrollToBottom();
         griglia.repaint();
@@ -91,6 +100,7 @@ void Misura(benchmark::State& stato, int domande, const Lista& lista)
     const double n = double(stato.iterations());
     stato.counters["prima_schermata_ms"] = primaSchermata / n;
     stato.counters["fino_in_fondo_ms"] = finoInFondo / n;
+    stato.counters["passo_max_ms"] = passoMassimo;
     stato.counters["righe"] = double(righe);
     sessione().DbDistilleria.reset();
 }
@@ -100,11 +110,17 @@ void Modo1Ordinato(benchmark::State& stato)
     Misura(stato, 1000, {1, QStringLiteral(" Order by domanda,progressivo,DOMANDE.DATA_CAMP")});
 }
 
+void Modo1OrdinatoSenzaIndice(benchmark::State& stato)
+{
+    Misura(stato, 1000, {1, QStringLiteral(" Order by domanda,progressivo,DOMANDE.DATA_CAMP"), true});
+}
+
 void Fatture2(benchmark::State& stato) { Misura(stato, 1, {QStringLiteral("FATTURE2"), QString()}); }
 
 }  // namespace
 
 BENCHMARK(Modo1Ordinato)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(Modo1OrdinatoSenzaIndice)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(Fatture2)->Unit(benchmark::kMillisecond)->Iterations(5);
 
 int main(int argc, char** argv)
