@@ -33,11 +33,12 @@ inline const QString TagProgramma = QStringLiteral("Kelvar");
 inline const QString LunghezzaRigaFatture = QStringLiteral("260");
 inline const QString LunghezzaRigaConferimenti = QStringLiteral("300");
 inline const QString TipoData = QStringLiteral("DT");
-// Aliquote degli aiuti, tenute come testo col punto decimale: l'articolo 29 ha
-// 1.751 per alcole grezzo e acquavite e 1.884 per l'alcole neutro; il 30
-// (e ogni altro testo) 1.1222 per tutti e tre i prodotti.
+// Aliquote del calcolo degli aiuti, tenute come testo con il punto decimale:
+// l'articolo 29 ha 1.751 per grezzo e acquavite e 1.884 per il neutro,
+// l'articolo 30 ha 1.1222 per tutti e tre i prodotti.
 inline const QString AliquotaArt29Grezzo = QStringLiteral("1.751");
 inline const QString AliquotaArt29Neutro = QStringLiteral("1.884");
+inline const QString AliquotaArt29Acquavite = QStringLiteral("1.751");
 inline const QString AliquotaArt30 = QStringLiteral("1.1222");
 inline const QString QueryReportUtf = QStringLiteral("sqlReportUTF");
 inline const QString QueryReportDomandaProduttore = QStringLiteral("sqlReportDomandaPeroduttore");
@@ -183,5 +184,5 @@ struct Sessione {
 
 Sessione& sessione();
 
-// Connessione aperta della sessione; solleva l'errore 3021-like se manca.
+// Connessione aperta della sessione; senza connessione aperta solleva l'errore 3420.
 Database& Db();

@@ -1,0 +1,8 @@
+#pragma once
+// Apertura della connessione di sessione sul database accanto al programma.
+
+// Apre PathDatabase + "orvelta_2005.mdb" in sessione().DbDistilleria.
+// Quando ritorna il risultato è sempre vero: se l'apertura fallisce mostra
+// numero e descrizione dell'errore e termina il processo (non c'è ancora una
+// connessione su cui scrivere LOGERR).
+bool ApriDatabase(bool esclusivo);

@@ -1,0 +1,51 @@
+#include "shell/registro_maschere.h"
+
+#include <QHash>
+
+namespace {
+
+QHash<QString, MascheraRegistrata>& maschere()
+{
+    static QHash<QString, MascheraRegistrata> m;
+    return m;
+}
+
+QHash<QString, std::function<void()>>& azioni()
+{
+    static QHash<QString, std::function<void()>> a;
+    return a;
+}
+
+}  // namespace
+
+void RegistraMaschera(const QString& nome, FabbricaMaschera fabbrica, Apertura apertura)
+{
+    maschere().insert(nome, MascheraRegistrata{std::move(fabbrica), apertura});
+}
+
+void RegistraAzione(const QString& nome, std::function<void()> azione) { azioni().insert(nome, std::move(azione)); }
+
+const MascheraRegistrata* TrovaMaschera(const QString& nome)
+{
+    const auto it = maschere().constFind(nome);
+    return it == maschere().constEnd() ? nullptr : &it.value();
+}
+
+const std::function<void()>* TrovaAzione(const QString& nome)
+{
+    const auto it = azioni().constFind(nome);
+    return it == azioni().constEnd() ? nullptr : &it.value();
+}
+
+void AnnullaRegistrazioni()
+{
+    maschere().clear();
+    azioni().clear();
+}
+
+void RegistraMaschereDelSistema()
+{
+    // Le maschere si aggiungono qui man mano che esistono, per esempio:
+    //   RegistraMaschera(QStringLiteral("FrmSelezione"), [](QWidget*) { return new FrmSelezione; });
+    //   RegistraMaschera(QStringLiteral("FrmHelp"), [](QWidget* g) { return new FrmHelp(g); }, Apertura::Modale);
+}
