@@ -25,7 +25,12 @@ public:
     {
         QMessageBox box(QApplication::activeWindow());
         box.setWindowTitle(titolo.isEmpty() ? TitoloPredefinito() : titolo);
-        box.setText(testo);
+        // Alcuni messaggi vanno a capo con il solo ritorno carrello: a video
+        // ogni \r, da solo o seguito da \n, vale un a capo.
+        QString mostrato = testo;
+        mostrato.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+        box.setTextFormat(Qt::PlainText);
+        box.setText(mostrato);
         switch (stile & 0x70) {
         case StileMsg::Critico: box.setIcon(QMessageBox::Critical); break;
         case StileMsg::Domanda: box.setIcon(QMessageBox::Question); break;

@@ -173,7 +173,7 @@ frmSpalsh::frmSpalsh(const QString& cartellaProgramma, QWidget* genitore) : QWid
     auto* titolo = new QLabel(TitoloLungo, cornice);
     titolo->setWordWrap(true);
     QFont medio = titolo->font();
-    medio.setPointSizeF(medio.pointSizeF() * 1.15);
+    medio.setPointSizeF(medio.pointSizeF() * 1.1);
     titolo->setFont(medio);
     auto* campagna = new QLabel(QStringLiteral("Campagna ") + CampagnaEstesa, cornice);
     campagna->setFont(medio);
@@ -204,7 +204,7 @@ frmSpalsh::frmSpalsh(const QString& cartellaProgramma, QWidget* genitore) : QWid
         m_label1[i]->setStyleSheet(QStringLiteral("color: #1d4f91; text-decoration: underline;"));
     }
 
-    setFixedSize(600, 340);
+    setFixedSize(680, 340);
     Form_Load(cartellaProgramma.isEmpty() ? QCoreApplication::applicationDirPath() : cartellaProgramma);
 }
 

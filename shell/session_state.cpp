@@ -20,7 +20,15 @@ QString FloppyPredefinito()
 }  // namespace
 
 Sessione::Sessione() : CartellaFloppy(FloppyPredefinito()) {}
-Sessione::~Sessione() = default;
+Sessione::~Sessione()
+{
+    // Si arriva qui solo a fine processo (std::exit), quando le strutture
+    // globali di Qt SQL possono essere già state distrutte: chiudere ora la
+    // connessione farebbe cadere il programma. Il file lo rilascia il sistema,
+    // e con il giornale WAL ciò che è stato confermato resta.
+    if (DbDistilleria)
+        static_cast<void>(DbDistilleria.release());
+}
 
 void Sessione::Azzera()
 {
