@@ -296,6 +296,16 @@ QSqlQuery& Database::Preparata(const QString& sql)
     return *q;
 }
 
+namespace {
+std::function<bool()>& terminaLetture()
+{
+    static std::function<bool()> f;
+    return f;
+}
+}  // namespace
+
+void Database::ImpostaTerminaLetture(std::function<bool()> funzione) { terminaLetture() = std::move(funzione); }
+
 int Database::Execute(const QString& sql, const QVariantList& parametri)
 {
     QSqlQuery& q = Preparata(sql);
@@ -307,6 +317,9 @@ int Database::Execute(const QString& sql, const QVariantList& parametri)
         q.finish();
         // Dopo un errore (schema cambiato, tabella eliminata) si riprepara.
         m_preparate.remove(sql);
+        // Bloccata da una lettura ancora aperta di una griglia: la si termina e si ritenta.
+        if ((errore.nativeErrorCode().toInt() & 0xff) == SQLITE_LOCKED && terminaLetture() && terminaLetture()())
+            return Execute(sql, parametri);
         throw Traduci(errore, sql);
     }
     m_righeToccate = std::max(0, q.numRowsAffected());
@@ -317,6 +330,16 @@ int Database::Execute(const QString& sql, const QVariantList& parametri)
 Recordset Database::OpenRecordset(const QString& sql, const QVariantList& parametri)
 {
     return Recordset(Esegui(sql, parametri, true));
+}
+
+QSqlQuery Database::Interroga(const QString& sql, const QVariantList& parametri)
+{
+    return Esegui(sql, parametri, false);
+}
+
+QSqlDatabase Database::connessione() const
+{
+    return m_nomeConnessione.isEmpty() ? QSqlDatabase() : QSqlDatabase::database(m_nomeConnessione, false);
 }
 
 qint64 Database::InserisciRiga(const QString& tabella, const Campi& campi)

@@ -22,6 +22,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <functional>
 #include <memory>
 
 struct sqlite3;
@@ -113,6 +114,18 @@ public:
     int Execute(const QString& sql, const QVariantList& parametri = {});
     int RecordsAffected() const { return m_righeToccate; }
     Recordset OpenRecordset(const QString& sql, const QVariantList& parametri = {});
+    // Lettura già eseguita e scorrevole, per i modelli delle griglie
+    // (QSqlQueryModel legge le righe a richiesta). Errori come OpenRecordset.
+    QSqlQuery Interroga(const QString& sql, const QVariantList& parametri = {});
+    // La connessione Qt sottostante.
+    QSqlDatabase connessione() const;
+
+    // Le griglie tengono aperta la loro lettura finché non hanno letto tutte
+    // le righe, e SQLite rifiuta allora un DROP TABLE sulla stessa
+    // connessione (SQLITE_LOCKED). Chi tiene letture aperte registra qui come
+    // portarle a termine (vero se ne ha terminata qualcuna): un'istruzione che
+    // trova quel blocco le fa terminare e viene ritentata una volta.
+    static void ImpostaTerminaLetture(std::function<bool()> funzione);
 
     // Scrittura di una riga intera; InserisciRiga restituisce la nuova chiave contatore.
     qint64 InserisciRiga(const QString& tabella, const Campi& campi);

@@ -1,0 +1,469 @@
+#include "common/liste.h"
+
+#include "common/errore.h"
+#include "shell/session_state.h"
+
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPointer>
+#include <QSet>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlRecord>
+#include <QTableView>
+
+namespace {
+
+// Una colonna da mostrare: posizione, didascalia, larghezza in twip (0: la sua).
+struct ColonnaLista {
+    int posizione;
+    const char* didascalia;
+    int larghezza = 0;
+};
+
+QSet<ModelloLista*>& modelliVivi()
+{
+    static QSet<ModelloLista*> modelli;
+    return modelli;
+}
+
+bool Tra(const QString& chiave, std::initializer_list<const char*> modi)
+{
+    for (const char* m : modi)
+        if (chiave == QLatin1String(m))
+            return true;
+    return false;
+}
+
+// La prima parte delle liste dei modi 0, "CERCA", 3, 4 e 5.
+const QString SelectDomande = QStringLiteral(
+    "SELECT DOMANDE.*,  VARIETA.CODI_PROD AS PRODOTTO, VARIETA.DESC_PROD AS DESCRIZIONE_PRODOTTO ");
+const QString DaDomande = QStringLiteral(
+    " FROM DOMANDE,VARIETA,TIPO_ARTICOLO_DOMANDA where DOMANDE.ID_VARIETA = VARIETA.ID_VARIETA and "
+    "DOMANDE.TIPO_ARTICOLO=TIPO_ARTICOLO_DOMANDA.TIPO_ARTICOLO");
+
+IstruzioneSql Fatture2()
+{
+    return IstruzioneSql(QStringLiteral("SELECT DOMANDE.* , FATTURE.*, ") +
+                             QStringLiteral(" VARIETA.CODI_PROD AS PRODOTTO, VARIETA.DESC_PROD AS DESCRIZIONE_PRODOTTO, ") +
+                             QStringLiteral(" LAVORAZIONI.CODI_LAVO, LAVORAZIONI.DESC_LAVO ") +
+                             QStringLiteral(" FROM DOMANDE,FATTURE,VARIETA, TIPO_ARTICOLO_DOMANDA , LAVORAZIONI ") +
+                             QStringLiteral(" WHERE DOMANDE.ID_DOMANDA=FATTURE.ID_DOMANDA ") +
+                             QStringLiteral(" AND DOMANDE.ID_VARIETA = VARIETA.ID_VARIETA ") +
+                             QStringLiteral(" AND DOMANDE.TIPO_ARTICOLO=TIPO_ARTICOLO_DOMANDA.TIPO_ARTICOLO ") +
+                             QStringLiteral(" AND FATTURE.ID_LAVORAZIONE=LAVORAZIONI.ID_LAVORAZIONE ") +
+                             QStringLiteral(" AND DOMANDE.ID_DOMANDA = ?"),
+                         {sessione().DomandaSel.ID_DOMANDA});
+}
+
+// Larghezza in pixel di una larghezza in twip della griglia originale; mai
+// meno di quanto serve alla didascalia.
+int Larghezza(const QTableView* griglia, int twip, const QString& didascalia)
+{
+    const int pixel = twip * griglia->logicalDpiX() / 1440;
+    const int testo = griglia->horizontalHeader()->fontMetrics().horizontalAdvance(didascalia) + 16;
+    return std::max(pixel, testo);
+}
+
+// Mostra solo le colonne dell'elenco, con le loro didascalie; le altre si nascondono.
+void DisponiColonne(QTableView* griglia, const QList<ColonnaLista>& colonne, bool centrate)
+{
+    QAbstractItemModel* modello = griglia->model();
+    if (!modello)
+        return;
+    auto* lista = qobject_cast<ModelloLista*>(modello);
+    const int numero = modello->columnCount();
+    for (int i = 0; i < numero; ++i) {
+        const auto trovata = std::find_if(colonne.cbegin(), colonne.cend(),
+                                          [i](const ColonnaLista& c) { return c.posizione == i; });
+        if (trovata == colonne.cend()) {
+            griglia->setColumnHidden(i, true);
+            continue;
+        }
+        const QString didascalia = QString::fromUtf8(trovata->didascalia);
+        griglia->setColumnHidden(i, false);
+        modello->setHeaderData(i, Qt::Horizontal, didascalia);
+        if (trovata->larghezza > 0)
+            griglia->setColumnWidth(i, Larghezza(griglia, trovata->larghezza, didascalia));
+        if (centrate && lista)
+            lista->ImpostaAllineamento(i, Qt::AlignCenter);
+    }
+}
+
+void AggiornaGriglia(const IstruzioneSql& lista, const IstruzioneSql& condizione, QTableView* griglia,
+                     bool soloRinfresca, ModelloLista* data)
+{
+    if (!soloRinfresca) {
+        const IstruzioneSql completa = lista + condizione;
+        sessione().StrSql = completa.testo;
+        if (completa.testo.trimmed().isEmpty())
+            throw ErroreSistema(3129, QStringLiteral("Istruzione SQL non valida. Prevista 'DELETE', 'INSERT', "
+                                                     "'PROCEDURE', 'SELECT' o 'UPDATE'."));
+        ModelloLista* modello = data;
+        if (!modello && griglia)
+            modello = qobject_cast<ModelloLista*>(griglia->model());
+        if (!modello) {
+            if (!griglia)
+                return;
+            modello = new ModelloLista(griglia);
+        }
+        modello->Imposta(completa);
+        if (griglia) {
+            if (griglia->model() != modello)
+                griglia->setModel(modello);
+            for (int i = 0; i < modello->columnCount(); ++i)
+                griglia->setColumnHidden(i, false);
+        }
+    }
+    if (griglia)
+        griglia->viewport()->update();
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------- IstruzioneSql
+
+IstruzioneSql& IstruzioneSql::operator+=(const IstruzioneSql& altra)
+{
+    testo += altra.testo;
+    parametri += altra.parametri;
+    return *this;
+}
+
+QString ChiaveModo(const QVariant& modo)
+{
+    switch (modo.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return QString::number(modo.toLongLong());
+    default:
+        return modo.toString();
+    }
+}
+
+// ---------------------------------------------------------------- istruzioni
+
+IstruzioneSql QueryListaDomande(const QVariant& modo)
+{
+    const QString m = ChiaveModo(modo);
+    IstruzioneSql q;
+    if (Tra(m, {"0", "CERCA", "3", "4"})) {
+        q = SelectDomande + DaDomande;
+    } else if (m == QLatin1String("5")) {
+        // Si stampano solo le domande che hanno almeno una fattura.
+        q = QStringLiteral("SELECT DOMANDE.*, TIPO_ARTICOLO_DOMANDA.TIPO_ARTICOLO, VARIETA.CODI_PROD AS PRODOTTO, "
+                           "VARIETA.DESC_PROD AS DESCRIZIONE_PRODOTTO ") +
+            DaDomande + QStringLiteral(" and exists (select 1 from fatture where id_domanda=DOMANDE.id_domanda)");
+    } else if (m == QLatin1String("1")) {
+        // Il join esterno fa di ogni fattura una riga; una domanda senza
+        // fatture compare una volta, con le colonne della fattura vuote.
+        q = QStringLiteral(" SELECT DOMANDE.*, FATTURE.*, VARIETA.CODI_PROD AS PRODOTTO, VARIETA.DESC_PROD AS "
+                           "DESCRIZIONE_PRODOTTO") +
+            QStringLiteral(" FROM (TIPO_ARTICOLO_DOMANDA INNER JOIN (VARIETA INNER JOIN DOMANDE ON "
+                           "VARIETA.ID_VARIETA = DOMANDE.ID_VARIETA) ON TIPO_ARTICOLO_DOMANDA.TIPO_ARTICOLO = "
+                           "DOMANDE.TIPO_ARTICOLO) LEFT JOIN FATTURE ON DOMANDE.ID_DOMANDA = FATTURE.ID_DOMANDA") +
+            QStringLiteral(" Where DOMANDE.iD_VARIETA = VARIETA.iD_VARIETA") +
+            QStringLiteral(" AND DOMANDE.TIPO_ARTICOLO=TIPO_ARTICOLO_DOMANDA.TIPO_ARTICOLO");
+    } else if (m == QLatin1String("FATTURE2")) {
+        q = Fatture2();
+    } else if (m == QLatin1String("SCARICO")) {
+        q = Fatture2() + QStringLiteral(" ORDER BY VAL(FATTURE.NUME_FATT)");
+    } else if (m == QLatin1String("SCARICO2")) {
+        q = IstruzioneSql(QStringLiteral("SELECT DOMANDE.* , FATTURE.*,BOLLE.* ") +
+                              QStringLiteral(" FROM DOMANDE, FATTURE, VARIETA, LAVORAZIONI, BOLLE") +
+                              QStringLiteral(" WHERE DOMANDE.ID_DOMANDA=FATTURE.ID_DOMANDA  AND ") +
+                              QStringLiteral(" DOMANDE.ID_VARIETA = VARIETA.ID_VARIETA  AND ") +
+                              QStringLiteral(" FATTURE.ID_LAVORAZIONE=LAVORAZIONI.ID_LAVORAZIONE  AND ") +
+                              QStringLiteral(" DOMANDE.ID_DOMANDA = ?") +
+                              QStringLiteral(" AND FATTURE.ID_FATTURA=BOLLE.FK_ID_FATTURA ORDER BY "
+                                             "BOLLE.FK_ID_FATTURA,BOLLE.ID_BOLLA"),
+                          {sessione().DomandaSel.ID_DOMANDA});
+    }
+    q.testo += QLatin1Char(' ');
+    return q;
+}
+
+IstruzioneSql QueryListaProduttori(const QVariant& modo)
+{
+    const QString m = ChiaveModo(modo);
+    QString q;
+    if (Tra(m, {"7", "12", "16"})) {
+        q = QStringLiteral("SELECT DOMANDE_PRODUTTORI.* FROM DOMANDE_PRODUTTORI ");
+    } else if (Tra(m, {"8", "168"})) {
+        q = QStringLiteral("SELECT TAB_ID_UTF_PRODUTTORE.iD_TAB_ID_UP, PRODUTTORI.* ") +
+            QStringLiteral("FROM TAB_UTF INNER JOIN (PRODUTTORI INNER JOIN  ") +
+            QStringLiteral("TAB_ID_UTF_PRODUTTORE ON ") +
+            QStringLiteral("PRODUTTORI.iD_PRODUTTORI = TAB_ID_UTF_PRODUTTORE.iD_PRODUTTORE) ") +
+            QStringLiteral("ON TAB_UTF.iD_UTF = TAB_ID_UTF_PRODUTTORE.iD_UTF ");
+    } else if (m == QLatin1String("9")) {
+        q = QStringLiteral("SELECT PRODUTTORI.* ") + QStringLiteral("From PRODUTTORI ") +
+            QStringLiteral("Where Not Exists ") + QStringLiteral("(SELECT 1 From TAB_ID_UTF_PRODUTTORE ") +
+            QStringLiteral("WHERE  PRODUTTORI.ID_PRODUTTORI = TAB_ID_UTF_PRODUTTORE.ID_PRODUTTORE) ");
+    } else if (m == QLatin1String("10")) {
+        q = QStringLiteral("SELECT PRODUTTORI.*, TAB_COLORE.CODI_COLORE, TAB_COLORE.DESC_COLORE") +
+            QStringLiteral(" FROM TAB_COLORE INNER JOIN PRODUTTORI ON TAB_COLORE.ID_COLORE = PRODUTTORI.ID_COLORE ");
+    } else if (Tra(m, {"11", "711", "13", "18", "19", "1611"})) {
+        q = QStringLiteral("SELECT DOMANDE_PRODUTTORI.*,TAB_UTF.*, ") +
+            QStringLiteral("TAB_UTF.ID_DOMANDA,TAB_UTF.NUMERO_CERTIFICATO_UTF, ") +
+            QStringLiteral("TAB_UTF.DESCR_UFFICIO_UTF_PROVINCIA,TAB_UTF.DATA_EMISSIONE_CERTIFICATO ") +
+            QStringLiteral("From DOMANDE_PRODUTTORI LEFT JOIN TAB_UTF ") +
+            QStringLiteral(" ON DOMANDE_PRODUTTORI.ID_DOMANDA_PRODUTTORE = TAB_UTF.iD_DOMANDA ");
+    }
+    return IstruzioneSql(q + QLatin1Char(' '));
+}
+
+IstruzioneSql FiltroListaProduttori(const QVariant& modo)
+{
+    const QString m = ChiaveModo(modo);
+    if (m == QLatin1String("8"))
+        return IstruzioneSql(QStringLiteral("WHERE TAB_UTF.iD_UTF = ?"), {sessione().UtfSel.iD_UTF});
+    if (m == QLatin1String("10"))
+        return IstruzioneSql(QStringLiteral(" WHERE EXISTS (SELECT 1 From TAB_ID_UTF_PRODUTTORE WHERE ") +
+                                 QStringLiteral(" PRODUTTORI.ID_PRODUTTORI = TAB_ID_UTF_PRODUTTORE.ID_PRODUTTORE ") +
+                                 QStringLiteral(" and TAB_ID_UTF_PRODUTTORE.id_utf = ?)"),
+                             {sessione().UtfSel.iD_UTF});
+    if (Tra(m, {"711", "1611"}))
+        return IstruzioneSql(QStringLiteral(" WHERE DOMANDE_PRODUTTORI.ID_DOMANDA_PRODUTTORE= ?"),
+                             {sessione().DomandaProduttoreSel.ID_DOMANDA_PRODUTTORE});
+    return {};
+}
+
+// ---------------------------------------------------------------- ModelloLista
+
+ModelloLista::ModelloLista(QObject* parent) : QSqlQueryModel(parent)
+{
+    modelliVivi().insert(this);
+    static const bool installato = [] {
+        Database::ImpostaTerminaLetture(&ModelloLista::TerminaTutteLeLetture);
+        return true;
+    }();
+    (void)installato;
+}
+
+ModelloLista::~ModelloLista() { modelliVivi().remove(this); }
+
+void ModelloLista::Imposta(const IstruzioneSql& istruzione)
+{
+    QSqlQuery q = Db().Interroga(istruzione.testo, istruzione.parametri);
+    m_istruzione = istruzione;
+    m_didascalie.clear();
+    m_allineamenti.clear();
+    setQuery(std::move(q));
+    if (lastError().isValid()) {
+        const QSqlError e = lastError();
+        throw ErroreSistema(3000 + std::max(1, e.nativeErrorCode().toInt() & 0xff),
+                            QStringLiteral("Errore del database: ") + e.text());
+    }
+}
+
+bool ModelloLista::TerminaLettura()
+{
+    bool letto = false;
+    while (canFetchMore()) {
+        fetchMore();
+        letto = true;
+    }
+    return letto;
+}
+
+bool ModelloLista::TerminaTutteLeLetture()
+{
+    bool letto = false;
+    for (ModelloLista* m : modelliVivi())
+        letto = m->TerminaLettura() || letto;
+    return letto;
+}
+
+int ModelloLista::Colonna(const QString& nome) const
+{
+    const QSqlRecord r = record();
+    const qsizetype punto = nome.lastIndexOf(QLatin1Char('.'));
+    const QString tabella = punto >= 0 ? nome.left(punto) : QString();
+    const QString campo = punto >= 0 ? nome.mid(punto + 1) : nome;
+    int primo = -1;
+    for (int i = 0; i < r.count(); ++i) {
+        if (r.fieldName(i).compare(campo, Qt::CaseInsensitive) != 0)
+            continue;
+        if (tabella.isEmpty() || r.field(i).tableName().compare(tabella, Qt::CaseInsensitive) == 0)
+            return i;
+        if (primo < 0)
+            primo = i;
+    }
+    // Senza il nome della tabella d'origine vale la prima colonna con quel nome.
+    return primo;
+}
+
+Valore ModelloLista::Campo(int riga, const QString& nome) const
+{
+    const int colonna = Colonna(nome);
+    if (colonna < 0)
+        throw ErroreSistema(3265, QStringLiteral("Elemento non trovato in questo insieme: '%1'.").arg(nome));
+    return Campo(riga, colonna);
+}
+
+Valore ModelloLista::Campo(int riga, int colonna) const
+{
+    if (riga < 0 || riga >= rowCount())
+        throw ErroreSistema(CodiciErrore::NessunRecordCorrente);
+    if (colonna < 0 || colonna >= columnCount())
+        throw ErroreSistema(3265, QStringLiteral("Elemento non trovato in questo insieme."));
+    return Valore(QSqlQueryModel::data(index(riga, colonna), Qt::EditRole));
+}
+
+void ModelloLista::ImpostaAllineamento(int colonna, Qt::Alignment allineamento)
+{
+    m_allineamenti[colonna] = allineamento;
+    if (rowCount() > 0)
+        emit dataChanged(index(0, colonna), index(rowCount() - 1, colonna), {Qt::TextAlignmentRole});
+}
+
+QVariant ModelloLista::data(const QModelIndex& indice, int ruolo) const
+{
+    if (ruolo == Qt::TextAlignmentRole) {
+        const auto it = m_allineamenti.constFind(indice.column());
+        if (it != m_allineamenti.cend())
+            return QVariant::fromValue(it.value());
+    }
+    return QSqlQueryModel::data(indice, ruolo);
+}
+
+QVariant ModelloLista::headerData(int sezione, Qt::Orientation orientamento, int ruolo) const
+{
+    if (orientamento == Qt::Horizontal && (ruolo == Qt::DisplayRole || ruolo == Qt::EditRole)) {
+        const auto it = m_didascalie.constFind(sezione);
+        if (it != m_didascalie.cend())
+            return it.value();
+    }
+    return QSqlQueryModel::headerData(sezione, orientamento, ruolo);
+}
+
+bool ModelloLista::setHeaderData(int sezione, Qt::Orientation orientamento, const QVariant& valore, int ruolo)
+{
+    if (orientamento != Qt::Horizontal || (ruolo != Qt::DisplayRole && ruolo != Qt::EditRole) || sezione < 0 ||
+        sezione >= columnCount())
+        return QSqlQueryModel::setHeaderData(sezione, orientamento, valore, ruolo);
+    m_didascalie[sezione] = valore;
+    emit headerDataChanged(orientamento, sezione, sezione);
+    return true;
+}
+
+// ---------------------------------------------------------------- griglie
+
+void AssociaDidascalia(QTableView* griglia, QLabel* etichetta)
+{
+    if (!griglia)
+        return;
+    griglia->setProperty("EtichettaDidascalia", QVariant::fromValue(static_cast<QObject*>(etichetta)));
+    if (etichetta)
+        etichetta->setText(DidascaliaGriglia(griglia));
+}
+
+void ImpostaDidascaliaGriglia(QTableView* griglia, const QString& didascalia)
+{
+    if (!griglia)
+        return;
+    griglia->setProperty("Caption", didascalia);
+    if (auto* etichetta = qobject_cast<QLabel*>(griglia->property("EtichettaDidascalia").value<QObject*>()))
+        etichetta->setText(didascalia);
+}
+
+QString DidascaliaGriglia(const QTableView* griglia)
+{
+    return griglia ? griglia->property("Caption").toString() : QString();
+}
+
+void ColonneGrigliaDomande(QTableView* griglia, const QVariant& modo, const QString& etichettaMaschera)
+{
+    if (!griglia)
+        return;
+    ImpostaDidascaliaGriglia(griglia, etichettaMaschera);
+    const QString m = ChiaveModo(modo);
+    if (Tra(m, {"0", "1", "3", "4", "5"})) {
+        QList<ColonnaLista> colonne = {{1, "Numero Domanda", 800}, {2, "Progressivo"},   {3, "Stampata ", 800},
+                                       {4, "Scaricata", 800},      {5, "Articolo", 600}, {9, "Campagna", 800}};
+        if (m == QLatin1String("1"))
+            colonne += {{14, "Num. Fattura"}, {15, "Data Fattura"}};
+        DisponiColonne(griglia, colonne, true);
+    } else if (m == QLatin1String("FATTURE2")) {
+        DisponiColonne(griglia,
+                       {{12, " Codice fiscale "}, {13, " Denominazione "}, {14, " Fattura N° "}, {15, " Data fattura "}},
+                       true);
+    }
+}
+
+void ColonneGrigliaProduttori(QTableView* griglia, const QVariant& modo, const QString& etichettaMaschera)
+{
+    if (!griglia)
+        return;
+    const QString m = ChiaveModo(modo);
+    if (m == QLatin1String("7"))
+        ImpostaDidascaliaGriglia(griglia, QStringLiteral("Domande del distillatore"));
+    else if (m == QLatin1String("18"))
+        ImpostaDidascaliaGriglia(griglia, QStringLiteral("Domande del distillatore da stampare"));
+    else
+        ImpostaDidascaliaGriglia(griglia, etichettaMaschera);
+
+    if (Tra(m, {"7", "12", "16"})) {
+        DisponiColonne(griglia,
+                       {{1, "Articolo rif."}, {2, "Numero Domanda"}, {3, "Stampata"}, {4, "Scaricata"}, {8, "Campagna"}},
+                       false);
+    } else if (Tra(m, {"11", "13"})) {
+        DisponiColonne(griglia,
+                       {{1, "Articolo rif."},
+                        {2, "Numero Domanda"},
+                        {8, "Campagna"},
+                        {11, "Num. Certificato UTF"},
+                        {12, "Emesso dalla Provincia"},
+                        {15, "In data "}},
+                       false);
+    } else if (m == QLatin1String("711")) {
+        DisponiColonne(griglia, {{11, "Num. Certificato UTF"}, {12, "Emesso dalla Provincia"}, {15, "In data "}},
+                       false);
+    } else if (Tra(m, {"18", "19"})) {
+        DisponiColonne(griglia,
+                       {{1, "Articolo rif."},
+                        {2, "Numero Domanda"},
+                        {3, "Stampata"},
+                        {4, "Scaricata"},
+                        {8, "Campagna"},
+                        {11, "N° Certificato UTF"},
+                        {12, "Provincia"},
+                        {15, "Data"}},
+                       false);
+    } else if (Tra(m, {"9", "10"})) {
+        DisponiColonne(griglia,
+                       {{1, "Codice fiscale"},
+                        {2, "Denominazione"},
+                        {5, "Cod. barre Contratto"},
+                        {8, "Q.tà Vino effettivamente distillata"},
+                        {9, "Q.tà vino distillata beneficiaria dell'aiuto"},
+                        {10, "Titolo alcolometrico fatturato"},
+                        {21, "Colore del vino "}},
+                       false);
+    }
+}
+
+void AggiornaGrigliaDomande(const IstruzioneSql& condizione, QTableView* griglia, const QVariant& modo,
+                            QLabel* /*etichetta*/, bool soloRinfresca, ModelloLista* data,
+                            const QString& /*testoAggiunto*/)
+{
+    AggiornaGriglia(soloRinfresca ? IstruzioneSql() : QueryListaDomande(modo), condizione, griglia, soloRinfresca,
+                    data);
+}
+
+void AggiornaGrigliaProduttori(const IstruzioneSql& condizione, QTableView* griglia, const QVariant& modo,
+                               QLabel* /*etichetta*/, bool soloRinfresca, ModelloLista* data,
+                               const QString& /*testoAggiunto*/)
+{
+    AggiornaGriglia(soloRinfresca ? IstruzioneSql() : QueryListaProduttori(modo), condizione, griglia,
+                    soloRinfresca, data);
+}

@@ -1,0 +1,126 @@
+#pragma once
+// Una maschera di record di prova, con un campo per ogni filtro e per ogni
+// genere di validazione, mostrata e attiva come quella che l'utente ha davanti.
+
+#include "common/SchermataRecord.h"
+#include "common/aiuto.h"
+#include "support/piattaforma_script.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace campo {
+enum : int {
+    Maiuscole = 0,    // solo Keypress_Upper
+    Caratteri = 1,    // FiltroCaratteri senza maiuscole
+    Intero = 2,       // Keypress_Upper + Keypress_Integer
+    Importo = 3,      // Keypress_Decimale2, MaxLength 15, genere importo
+    Data = 4,         // Keypress_Data, genere data
+    Quantita = 5,     // Keypress_Decimale a 4 decimali, genere quantità
+    Libero = 6,       // nessun filtro, nessuna validazione
+    Nome = 7,         // Keypress_Upper + FiltroCaratteri
+    NumDomanda = 8,   // genere numero domanda
+    Progressivo = 9,  // genere progressivo
+    ImportoLibero = 10,  // genere importo senza filtro
+};
+}
+
+class MascheraProva : public SchermataRecord {
+public:
+    MascheraProva()
+    {
+        setObjectName(QStringLiteral("FrmProva"));
+        AggiungiCampo(campo::Maiuscole, QStringLiteral("DENOMINAZIONE"), QStringLiteral("Denominazione"), 30);
+        AggiungiCampo(campo::Caratteri, QStringLiteral("CODICE"), QStringLiteral("Codice"), 30);
+        ImpostaFiltroCampo(campo::Caratteri, FiltroCampo::Caratteri, 0, false);
+        AggiungiCampo(campo::Intero, QStringLiteral("NUMERO"), QStringLiteral("Numero"), 11);
+        ImpostaFiltroCampo(campo::Intero, FiltroCampo::Intero);
+        AggiungiCampo(campo::Importo, QStringLiteral("IMPO"), QStringLiteral("Imponibile"), 15, GenereCampo::Importo);
+        ImpostaFiltroCampo(campo::Importo, FiltroCampo::Decimale, 2);
+        AggiungiCampo(campo::Data, QStringLiteral("DATA_FATT"), QStringLiteral("Data fattura"), 10, GenereCampo::Data);
+        ImpostaFiltroCampo(campo::Data, FiltroCampo::Data);
+        AggiungiCampo(campo::Quantita, QStringLiteral("QTA_PROD"), QStringLiteral("Quantità"), 15, GenereCampo::Quantita);
+        ImpostaFiltroCampo(campo::Quantita, FiltroCampo::Decimale, 4);
+        AggiungiCampo(campo::Libero, QStringLiteral("NOTE"), QStringLiteral("Note"), 50);
+        ImpostaFiltroCampo(campo::Libero, FiltroCampo::Nessuno, 0, false);
+        AggiungiCampo(campo::Nome, QStringLiteral("NOME"), QStringLiteral("Nome"), 30);
+        ImpostaFiltroCampo(campo::Nome, FiltroCampo::Caratteri);
+        AggiungiCampo(campo::NumDomanda, QStringLiteral("DOMANDA"), QStringLiteral("Numero domanda"), 11,
+                      GenereCampo::NumeroDomanda);
+        AggiungiCampo(campo::Progressivo, QStringLiteral("PROGRESSIVO"), QStringLiteral("Progressivo"), 2,
+                      GenereCampo::Progressivo);
+        AggiungiCampo(campo::ImportoLibero, QStringLiteral("IVA"), QStringLiteral("Iva"), 15, GenereCampo::Importo);
+        AggiungiPulsantiStandard();
+    }
+
+    QList<int> clic;
+
+protected:
+    void Cmddati_Click(int indice) override
+    {
+        clic << indice;
+        SchermataRecord::Cmddati_Click(indice);
+    }
+};
+
+// Batte un carattere qualunque: QTest::keyClick conosce solo l'ASCII, le
+// lettere accentate e i segni di windows-1252 passano col loro testo.
+inline void Batti(QWidget* w, QChar c)
+{
+    if (c.unicode() < 0x80) {
+        QTest::keyClick(w, static_cast<char>(c.unicode()));
+        return;
+    }
+    const char16_t u = c.toUpper().unicode();
+    QTest::sendKeyEvent(QTest::Click, w, u < 0x100 ? static_cast<Qt::Key>(u) : Qt::Key_unknown, QString(c),
+                        Qt::NoModifier);
+}
+inline void Digita(QWidget* w, const QString& testo)
+{
+    for (const QChar c : testo)
+        Batti(w, c);
+}
+
+// Fixture: maschera mostrata e attiva, piattaforma a copione nuova, aiuto
+// intercettato.
+class ProvaMaschera : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        script = &InstallaPiattaformaScript();
+        vecchioHelp = ImpostaMostraHelp([this](const QString& nome) { aiuti << nome; });
+        maschera = std::make_unique<MascheraProva>();
+        maschera->show();
+        maschera->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(maschera.get()));
+    }
+    void TearDown() override
+    {
+        maschera.reset();
+        ImpostaMostraHelp(vecchioHelp);
+    }
+
+    QLineEdit* Campo(int indice) { return maschera->TxtDati.value(indice); }
+
+    // Porta il fuoco nel campo con testo e cursore dati, senza selezione.
+    QLineEdit* Prepara(int indice, const QString& testo, int cursore = -1)
+    {
+        QLineEdit* c = Campo(indice);
+        c->setFocus(Qt::OtherFocusReason);
+        c->setText(testo);
+        c->deselect();
+        c->setCursorPosition(cursore < 0 ? static_cast<int>(testo.size()) : cursore);
+        script->beep = 0;
+        return c;
+    }
+
+    PiattaformaScript* script = nullptr;
+    std::unique_ptr<MascheraProva> maschera;
+    QStringList aiuti;
+    FunzioneHelp vecchioHelp;
+};
