@@ -1,9 +1,10 @@
 #include "shell/FrmHelp.h"
 
+#include "common/aiuti_maschera.h"
+#include "common/aiuto.h"
 #include "common/errore.h"
 #include "common/log_errori.h"
 #include "shell/FrmMenu.h"
-#include "shell/ponte_provvisorio.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 

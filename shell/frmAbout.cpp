@@ -1,8 +1,9 @@
 #include "shell/frmAbout.h"
 
+#include "common/aiuti_maschera.h"
+#include "common/aiuto.h"
 #include "common/piattaforma.h"
 #include "shell/FrmMenu.h"
-#include "shell/ponte_provvisorio.h"
 #include "shell/session_state.h"
 
 #include <QFrame>

@@ -1,5 +1,6 @@
 #include "shell/frmInizializza.h"
 
+#include "common/aiuti_maschera.h"
 #include "common/codice_fiscale.h"
 #include "common/errore.h"
 #include "common/log_errori.h"
@@ -7,17 +8,12 @@
 #include "common/piattaforma.h"
 #include "common/testo.h"
 #include "shell/LeggiDistilleria.h"
-#include "shell/ponte_provvisorio.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 
 #include <QCoreApplication>
-#include <QFormLayout>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -38,42 +34,20 @@ constexpr int PartitaIvaErrata = 5;
 
 }  // namespace
 
-frmInizializza::frmInizializza(QWidget* genitore) : QDialog(genitore)
+frmInizializza::frmInizializza(QWidget* genitore) : SchermataRecord(genitore)
 {
     setObjectName(QStringLiteral("frmInizializza"));
     setModal(true);
-
-    auto* modulo = new QFormLayout;
     for (const auto& c : CampiDistilleria) {
-        auto* campo = new QLineEdit(this);
+        QLineEdit* campo = AggiungiCampo(c.indice, QString::fromLatin1(c.colonna), QString::fromLatin1(c.etichetta),
+                                         c.lunghezza);
         campo->setObjectName(QStringLiteral("TxtDISTDati_%1").arg(c.indice));
-        campo->setProperty("Tag", QString::fromLatin1(c.colonna));
-        campo->setToolTip(QString::fromLatin1(c.etichetta));
-        campo->setMaxLength(c.lunghezza);
         campo->setMinimumWidth(campo->fontMetrics().horizontalAdvance(QLatin1Char('W')) * 20);
-        m_campi.insert(c.indice, campo);
-        auto* etichetta = new QLabel(QString::fromLatin1(c.etichetta), this);
-        etichetta->setObjectName(QStringLiteral("Lbldati_%1").arg(c.indice));
-        etichetta->setBuddy(campo);
-        modulo->addRow(etichetta, campo);
+        ImpostaFiltroCampo(c.indice, FiltroCampo::Caratteri);
     }
-
-    const char* didascalie[] = {"Salva", "Esci", "Help"};
-    auto* pulsanti = new QHBoxLayout;
-    pulsanti->addStretch();
-    for (int i = 0; i < 3; ++i) {
-        auto* p = new QPushButton(QString::fromLatin1(didascalie[i]), this);
-        p->setObjectName(QStringLiteral("Cmddati_%1").arg(i));
-        p->setAutoDefault(false);
-        connect(p, &QPushButton::clicked, this, [this, i] { Cmddati_Click(i); });
-        m_pulsanti.insert(i, p);
-        pulsanti->addWidget(p);
-    }
-
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(modulo);
-    layout->addSpacing(6);
-    layout->addLayout(pulsanti);
+    AggiungiPulsantiStandard();
+    for (auto it = Cmddati.cbegin(); it != Cmddati.cend(); ++it)
+        it.value()->setObjectName(QStringLiteral("Cmddati_%1").arg(it.key()));
 
     Form_Load();
 }
@@ -85,9 +59,9 @@ void frmInizializza::Form_Load()
         PosizionaForm(this, true, nullptr);
         setWindowTitle(sessione().TitoloMaschera);
         const DatiDistilleria& d = sessione().DistilleriaDati;
-        m_campi[1]->setText(d.CODI_FISC);
-        m_campi[2]->setText(d.RAGI_SOCI);
-        m_campi[3]->setText(d.INDI_DIST);
+        TxtDati[1]->setText(d.CODI_FISC);
+        TxtDati[2]->setText(d.RAGI_SOCI);
+        TxtDati[3]->setText(d.INDI_DIST);
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), QStringLiteral("frmInizializza Form_Load"), e.numero(), e.descrizione());
     }
@@ -97,7 +71,7 @@ int frmInizializza::ControllaCampi()
 {
     auto& s = sessione();
     for (s.IndiceCiclo = 1; s.IndiceCiclo <= 3; ++s.IndiceCiclo) {
-        QString testo = m_campi[s.IndiceCiclo]->text();
+        QString testo = TxtDati[s.IndiceCiclo]->text();
         if (testo.trimmed().isEmpty())
             return s.IndiceCiclo;
         if (s.IndiceCiclo == 1) {
@@ -116,12 +90,12 @@ int frmInizializza::ControllaCampi()
 void frmInizializza::Cmddati_Click(int Index)
 {
     switch (Index) {
-    case 2: MostraHelp(QStringLiteral("frmInizializza")); break;
+    case 2: Help(); break;
     case 1:
         // Senza una distilleria il sistema non lavora.
         if (sessione().DistilleriaAssente)
             TerminaProcesso();
-        done(QDialog::Rejected);
+        Scarica();
         break;
     case 0: Salva(); break;
     default: break;
@@ -141,21 +115,21 @@ void frmInizializza::Salva()
             MsgBox(s.IndiceCampo == CodiceFiscaleErrato ? QStringLiteral("Codice fiscale non corretto. ")
                                                         : QStringLiteral("P. IVA non corretta. "),
                    StileMsg::Informazione, s.TitoloMaschera);
-            m_campi[1]->setFocus();
+            TxtDati[1]->setFocus();
             return;
         case 1:
         case 2:
         case 3:
-            MsgBox(m_campi[s.IndiceCampo]->toolTip() + QStringLiteral(" campo obbligatorio. "),
+            MsgBox(TxtDati[s.IndiceCampo]->toolTip() + QStringLiteral(" campo obbligatorio. "),
                    StileMsg::Informazione, QStringLiteral("Salvataggio "));
-            m_campi[s.IndiceCampo]->setFocus();
+            TxtDati[s.IndiceCampo]->setFocus();
             return;
         default: break;
         }
 
-        const QString cf = ApiceSql(m_campi[1]->text());
-        const QString ragione = ApiceSql(m_campi[2]->text());
-        const QString indirizzo = ApiceSql(m_campi[3]->text());
+        const QString cf = ApiceSql(TxtDati[1]->text());
+        const QString ragione = ApiceSql(TxtDati[2]->text());
+        const QString indirizzo = ApiceSql(TxtDati[3]->text());
         if (s.ModoDistilleria == QLatin1String("I")) {
             s.StrSql = QStringLiteral("INSERT INTO DISTILLERIA (CODI_FISC,RAGI_SOCI,INDI_DIST) VALUES ('") + cf +
                        QStringLiteral("','") + ragione + QStringLiteral("','") + indirizzo + QStringLiteral("')");
@@ -173,7 +147,7 @@ void frmInizializza::Salva()
         if (righe != 0) {
             if (LeggiDistilleria()) {
                 MsgBox(QStringLiteral("Operazione correttamente eseguita."), StileMsg::Informazione, s.TitoloMaschera);
-                done(QDialog::Accepted);
+                Scarica(QDialog::Accepted);
             } else {
                 MsgBox(QStringLiteral("Distilleria non inserita."), StileMsg::Informazione, s.TitoloMaschera);
             }

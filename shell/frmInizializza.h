@@ -5,34 +5,26 @@
 // "Inizializza Distilleria" cambia la riga esistente, cercata con il vecchio
 // codice.
 
-#include <QDialog>
-#include <QMap>
+#include "common/SchermataRecord.h"
 
-class QLineEdit;
-class QPushButton;
-
-class frmInizializza : public QDialog {
+class frmInizializza : public SchermataRecord {
     Q_OBJECT
 public:
     explicit frmInizializza(QWidget* genitore = nullptr);
 
-    // Vettore dei campi, indici 1..3, e dei pulsanti 0 Salva, 1 Esci, 2 Help.
-    QLineEdit* TxtDISTDati(int indice) const { return m_campi.value(indice); }
-    QPushButton* Cmddati(int indice) const { return m_pulsanti.value(indice); }
+    // Il vettore dei campi di questa maschera, indici 1..3.
+    QLineEdit* TxtDISTDati(int indice) const { return TxtDati.value(indice); }
 
-    // 0 se tutto va bene; l'indice del campo vuoto; 4 codice fiscale errato,
-    // 5 partita IVA errata.
+    // 0 se tutto va bene; l'indice del primo campo vuoto; 4 codice fiscale
+    // errato, 5 partita IVA errata.
     int ControllaCampi();
-    void Cmddati_Click(int Index);
 
 protected:
-    // Esc e la chiusura della finestra valgono "Esci".
+    void Cmddati_Click(int Index) override;
+    // La chiusura della finestra vale "Esci".
     void reject() override;
 
 private:
     void Form_Load();
     void Salva();
-
-    QMap<int, QLineEdit*> m_campi;
-    QMap<int, QPushButton*> m_pulsanti;
 };

@@ -1,12 +1,13 @@
 #include "shell/registra_distilleria.h"
 
+#include "common/aiuti_maschera.h"
+#include "common/aiuto.h"
 #include "shell/FrmHelp.h"
 #include "shell/FrmMenu.h"
 #include "shell/LeggiDistilleria.h"
 #include "shell/frmAbout.h"
 #include "shell/frmInizializza.h"
 #include "shell/frmRegistroErrori.h"
-#include "shell/ponte_provvisorio.h"
 #include "shell/registro_maschere.h"
 
 #include <QTimer>

@@ -79,10 +79,15 @@ protected:
         return *m_maschera;
     }
 
+    // Batte il testo tasto per tasto, anche le lettere accentate (che
+    // QTest::keyClicks non conosce): il codice del tasto Qt di un carattere
+    // Latin-1 è la sua maiuscola.
     static void Scrivi(QLineEdit* campo, const QString& testo)
     {
         campo->clear();
-        QTest::keyClicks(campo, testo);
+        for (const QChar c : testo)
+            QTest::sendKeyEvent(QTest::Click, campo, static_cast<Qt::Key>(c.toUpper().unicode()), QString(c),
+                                Qt::NoModifier);
     }
 
     std::unique_ptr<frmInizializza> m_maschera;
@@ -110,9 +115,23 @@ TEST_F(Inizializza, CampiEPulsanti)
         Scrivi(campo, QString(40, QLatin1Char('7')));
         EXPECT_EQ(campo->text().size(), c.lunghezza);
     }
-    EXPECT_EQ(f.Cmddati(0)->text(), QStringLiteral("Salva"));
-    EXPECT_EQ(f.Cmddati(1)->text(), QStringLiteral("Esci"));
-    EXPECT_EQ(f.Cmddati(2)->text(), QStringLiteral("Help"));
+    // Maiuscole, vocali accentate con l'apostrofo, caratteri fuori dall'insieme ammesso persi.
+    const struct {
+        int indice;
+        QString battuto, atteso;
+    } filtri[] = {
+        {1, QStringLiteral("dst*frm\"70"), QStringLiteral("DSTFRM70")},
+        {2, QStringLiteral("cantina \"perché\" & c."), QStringLiteral("CANTINA PERCHE' & C.")},
+        {3, QStringLiteral("via là, 3/b #2"), QStringLiteral("VIA LA', 3/B 2")},
+    };
+    for (const auto& c : filtri) {
+        SCOPED_TRACE(c.indice);
+        Scrivi(f.TxtDISTDati(c.indice), c.battuto);
+        EXPECT_EQ(f.TxtDISTDati(c.indice)->text(), c.atteso);
+    }
+    EXPECT_EQ(f.Cmddati[0]->text(), QStringLiteral("Salva"));
+    EXPECT_EQ(f.Cmddati[1]->text(), QStringLiteral("Esci"));
+    EXPECT_EQ(f.Cmddati[2]->text(), QStringLiteral("Help"));
     EXPECT_EQ(f.windowTitle(), Titolo);
 }
 
@@ -124,8 +143,7 @@ TEST_F(Inizializza, PrimoAvvioUscireSenzaSalvareTermina)
         const char* modo;
         std::function<void(frmInizializza*)> esci;
     } modi[] = {
-        {"pulsante Esci", [](frmInizializza* f) { f->Cmddati(1)->click(); }},
-        {"tasto Esc", [](frmInizializza* f) { QTest::keyClick(f->TxtDISTDati(2), Qt::Key_Escape); }},
+        {"pulsante Esci", [](frmInizializza* f) { f->Cmddati[1]->click(); }},
         {"chiusura della finestra", [](frmInizializza* f) { f->close(); }},
     };
     for (const auto& m : modi) {
@@ -187,7 +205,7 @@ TEST_F(Inizializza, PrimoAvvioSalvataggioScriveLaRigaEApreIlMenu)
             Scrivi(f->TxtDISTDati(1), c.codiceDigitato);
             Scrivi(f->TxtDISTDati(2), QStringLiteral("distilleria del colle srl"));
             Scrivi(f->TxtDISTDati(3), QStringLiteral("via degli alambicchi 12"));
-            QTest::mouseClick(f->Cmddati(0), Qt::LeftButton);
+            QTest::mouseClick(f->Cmddati[0], Qt::LeftButton);
             chiusa = !f->isVisible();
             if (!chiusa)
                 d->done(QDialog::Rejected);  // il test fallisce ma non resta appeso
@@ -261,7 +279,7 @@ TEST_F(Inizializza, RifiutiConMessaggioEFuoco)
         Scrivi(f.TxtDISTDati(2), c.ragione);
         Scrivi(f.TxtDISTDati(3), c.indirizzo);
         f.TxtDISTDati(c.fuoco == 3 ? 2 : 3)->setFocus();
-        QTest::mouseClick(f.Cmddati(0), Qt::LeftButton);
+        QTest::mouseClick(f.Cmddati[0], Qt::LeftButton);
 
         ASSERT_EQ(script->messaggi.size(), 1);
         EXPECT_EQ(script->messaggi[0].testo, c.messaggio);
@@ -293,7 +311,7 @@ TEST_F(Inizializza, CambioDelCodiceDalMenuAggiornaLaRigaDelVecchioCodice)
             campiIniziali << f->TxtDISTDati(i)->text();
         Scrivi(f->TxtDISTDati(1), PivaValida);
         Scrivi(f->TxtDISTDati(2), QStringLiteral("DISTILLERIA NUOVA"));
-        QTest::mouseClick(f->Cmddati(0), Qt::LeftButton);
+        QTest::mouseClick(f->Cmddati[0], Qt::LeftButton);
         chiusa = !f->isVisible();
         if (!chiusa)
             d->done(QDialog::Rejected);  // il test fallisce ma non resta appeso
@@ -319,7 +337,7 @@ TEST_F(Inizializza, EsciConLaDistilleriaChiudeSenzaSalvare)
     Inserisci({CfValido, QStringLiteral("R"), QStringLiteral("I")});
     frmInizializza& f = Apri();
     Scrivi(f.TxtDISTDati(2), QStringLiteral("NON SALVATA"));
-    QTest::mouseClick(f.Cmddati(1), Qt::LeftButton);
+    QTest::mouseClick(f.Cmddati[1], Qt::LeftButton);
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(script->terminato);
     EXPECT_EQ(Righe(), (QList<Riga>{{CfValido, QStringLiteral("R"), QStringLiteral("I")}}));
@@ -343,7 +361,7 @@ TEST_F(Inizializza, ApostrofoNelNome)
         Scrivi(f.TxtDISTDati(1), CfValido2);
         Scrivi(f.TxtDISTDati(2), QStringLiteral("CANTINA D'ANNA & FIGLI"));
         Scrivi(f.TxtDISTDati(3), QStringLiteral("PIAZZA DELL'OLMO, 3/A"));
-        QTest::mouseClick(f.Cmddati(0), Qt::LeftButton);
+        QTest::mouseClick(f.Cmddati[0], Qt::LeftButton);
         ASSERT_EQ(script->messaggi.size(), 1);
         EXPECT_EQ(script->messaggi[0].testo, QStringLiteral("Operazione correttamente eseguita."));
         EXPECT_EQ(Righe(), (QList<Riga>{{CfValido2, QStringLiteral("CANTINA D'ANNA & FIGLI"),
@@ -358,7 +376,7 @@ TEST_F(Inizializza, NessunaRigaTocca)
     // Un altro ha cambiato il codice dopo la lettura: il vecchio non c'è più.
     db().Execute(QStringLiteral("UPDATE DISTILLERIA SET CODI_FISC = ?"), {PivaValida2});
     script->Rispondi(RispostaMsg::OK);
-    QTest::mouseClick(f.Cmddati(0), Qt::LeftButton);
+    QTest::mouseClick(f.Cmddati[0], Qt::LeftButton);
     ASSERT_EQ(script->messaggi.size(), 1);
     EXPECT_EQ(script->messaggi[0].testo, QStringLiteral("Operazione non eseguita."));
     EXPECT_EQ(script->messaggi[0].stile, 64);
@@ -377,7 +395,7 @@ TEST_F(Inizializza, RigaScrittaMaNonRiletta)
     Scrivi(f.TxtDISTDati(1), PivaValida);
     Scrivi(f.TxtDISTDati(2), QStringLiteral("R"));
     Scrivi(f.TxtDISTDati(3), QStringLiteral("I"));
-    QTest::mouseClick(f.Cmddati(0), Qt::LeftButton);
+    QTest::mouseClick(f.Cmddati[0], Qt::LeftButton);
     ASSERT_EQ(script->messaggi.size(), 1);
     EXPECT_EQ(script->messaggi[0].testo, QStringLiteral("Distilleria non inserita."));
     EXPECT_EQ(script->messaggi[0].titolo, Titolo);
@@ -393,7 +411,7 @@ TEST_F(Inizializza, ErroreDelDatabaseVaNelRegistroELaMascheraResta)
     Scrivi(f.TxtDISTDati(1), PivaValida);
     Scrivi(f.TxtDISTDati(2), QStringLiteral("R"));
     Scrivi(f.TxtDISTDati(3), QStringLiteral("I"));
-    QTest::mouseClick(f.Cmddati(0), Qt::LeftButton);
+    QTest::mouseClick(f.Cmddati[0], Qt::LeftButton);
     ASSERT_EQ(script->messaggi.size(), 1);
     EXPECT_EQ(script->messaggi[0].titolo, QStringLiteral("Gestione Errori"));
     EXPECT_EQ(script->messaggi[0].stile, 48);
@@ -411,7 +429,7 @@ TEST_F(Inizializza, HelpConIlNomeDellaMaschera)
     frmInizializza& f = Apri();
     QStringList testi;
     const auto apri = std::vector<std::function<void()>>{
-        [&] { QTest::mouseClick(f.Cmddati(2), Qt::LeftButton); },
+        [&] { QTest::mouseClick(f.Cmddati[2], Qt::LeftButton); },
         [&] { QTest::keyClick(f.TxtDISTDati(2), Qt::Key_F1); },
     };
     for (const auto& azione : apri) {
