@@ -9,6 +9,10 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <ostream>
+
+// Testi leggibili nei messaggi di GoogleTest.
+static inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
 
 class AttesaModale {
 public:
