@@ -3,11 +3,12 @@
 #include "common/errore.h"
 
 #include <QStringList>
+#include <QVarLengthArray>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -317,13 +318,17 @@ bool LeggiLetterale(QStringView s, qsizetype& pos, double& risultato, bool& trop
 // Forma italiana (CDbl, IsNumeric). Vedi numeri.h.
 enum class Esito { Numero, NonNumero, Overflow };
 
-Esito LeggiNumero(QStringView testo, NumeroLetto& n)
+// Con zeroDavanti il testo si legge come se avesse uno "0" davanti (dopo
+// l'eventuale segno): vuoto e ",5" sono numeri, parentesi e &H no.
+Esito LeggiNumero(QStringView testo, NumeroLetto& n, bool zeroDavanti = false)
 {
     QStringView s = Ritaglia(testo);
     if (s.isEmpty())
-        return Esito::NonNumero;
+        return zeroDavanti ? Esito::Numero : Esito::NonNumero;
     bool parentesi = false;
     if (s.front() == QLatin1Char('(')) {
+        if (zeroDavanti)
+            return Esito::NonNumero;
         if (s.back() != QLatin1Char(')'))
             return Esito::NonNumero;
         parentesi = true;
@@ -339,7 +344,7 @@ Esito LeggiNumero(QStringView testo, NumeroLetto& n)
         segno = true;
         ++i;
     }
-    if (i < s.size() && s[i] == QLatin1Char('&')) {
+    if (i < s.size() && s[i] == QLatin1Char('&') && !zeroDavanti) {
         bool troppoGrande = false;
         double v = 0;
         if (!LeggiLetterale(s, i, v, troppoGrande) || i != s.size())
@@ -350,7 +355,7 @@ Esito LeggiNumero(QStringView testo, NumeroLetto& n)
         n.valoreIntero = n.negativo ? -v : v;
         return Esito::Numero;
     }
-    int cifreViste = 0;
+    int cifreViste = zeroDavanti ? 1 : 0;
     long decimali = 0;
     auto aggiungi = [&](QChar c) {
         ++cifreViste;
@@ -463,15 +468,16 @@ Decimale DaCifre(const std::string& cifre, long esponente, bool negativo)
 void CifreDouble(double v, int cifre, std::string& mantissa, int& esponente)
 {
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%.*e", cifre - 1, std::fabs(v));
-    const std::string s(buf);
+    const auto r = std::to_chars(buf, buf + sizeof buf, std::fabs(v), std::chars_format::scientific, cifre - 1);
+    const std::string_view s(buf, static_cast<std::size_t>(r.ptr - buf));
     const auto e = s.find('e');
     mantissa.clear();
     for (std::size_t k = 0; k < e; ++k) {
         if (s[k] >= '0' && s[k] <= '9')
             mantissa.push_back(s[k]);
     }
-    esponente = std::stoi(s.substr(e + 1));
+    esponente = 0;
+    std::from_chars(s.data() + e + (s[e + 1] == '+' ? 2 : 1), s.data() + s.size(), esponente);
 }
 
 Decimale DaBinario(double v, int cifre)
@@ -506,19 +512,8 @@ Decimale Decimale::daMantissa(Mantissa mantissa, int scala)
 Decimale::Decimale(const QString& testo)
 {
     NumeroLetto n;
-    // Lo "0" messo davanti: vuoto e ",5" sono numeri; un segno resta davanti.
-    QStringView s = Ritaglia(testo);
-    QString conZero;
-    if (!s.isEmpty() && (s.front() == QLatin1Char('-') || s.front() == QLatin1Char('+')))
-        conZero = QString(s.front()) + QLatin1Char('0') + s.mid(1).toString();
-    else
-        conZero = QLatin1Char('0') + s.toString();
-    if (LeggiNumero(conZero, n) != Esito::Numero)
+    if (LeggiNumero(testo, n, true) != Esito::Numero)
         ErroreTipo();
-    if (n.intero) {
-        *this = daDouble(n.valoreIntero);
-        return;
-    }
     *this = DaCifre(n.cifre, n.esponente, n.negativo);
 }
 
@@ -620,15 +615,22 @@ QString Decimale::testo() const
         modulo /= 10;
         --scala;
     }
-    QString cifre = CifreDi(modulo);
-    if (scala > 0) {
-        if (cifre.size() <= scala)
-            cifre.prepend(QString(scala - cifre.size() + 1, QLatin1Char('0')));
-        cifre.insert(cifre.size() - scala, QLatin1Char(','));
+    // dalla fine: decimali, virgola, parte intera (almeno "0"), segno
+    char buf[64];
+    int pos = sizeof buf;
+    for (int k = 0; k < scala; ++k) {
+        buf[--pos] = static_cast<char>('0' + static_cast<int>(modulo % 10));
+        modulo /= 10;
     }
+    if (scala > 0)
+        buf[--pos] = ',';
+    do {
+        buf[--pos] = static_cast<char>('0' + static_cast<int>(modulo % 10));
+        modulo /= 10;
+    } while (modulo > 0);
     if (m_mantissa < 0)
-        cifre.prepend(QLatin1Char('-'));
-    return cifre;
+        buf[--pos] = '-';
+    return QString::fromLatin1(buf + pos, static_cast<qsizetype>(sizeof buf) - pos);
 }
 
 double Decimale::aDouble() const
@@ -652,65 +654,108 @@ Decimale Round(const Decimale& valore, int decimali)
 // ---------------------------------------------------------------------------
 // Format
 
-QString Format(const Decimale& valore, const QString& maschera)
+namespace {
+
+// Maschera numerica già scomposta.
+struct MascheraNumerica {
+    QString prefisso, suffisso;
+    int decimali = 0;            // cifre dopo il punto, "0" e "#"
+    int decimaliObbligatori = 0; // fino all'ultimo "0" dopo il punto
+    int interiObbligatori = 0;   // "0" prima del punto
+    bool punto = false;
+    bool migliaia = false;
+};
+
+MascheraNumerica Scomponi(const QString& maschera)
 {
-    if (maschera.isEmpty())
-        return valore.testo();
     auto segnaposto = [](QChar c) {
         return c == QLatin1Char('0') || c == QLatin1Char('#') || c == QLatin1Char('.') || c == QLatin1Char(',');
     };
+    MascheraNumerica m;
     qsizetype inizio = 0;
     while (inizio < maschera.size() && !segnaposto(maschera[inizio]))
         ++inizio;
     qsizetype fine = inizio;
     while (fine < maschera.size() && segnaposto(maschera[fine]))
         ++fine;
-    const QString prefisso = maschera.left(inizio);
-    const QString suffisso = maschera.mid(fine);
-    const QString corpo = maschera.mid(inizio, fine - inizio);
-    const qsizetype punto = corpo.indexOf(QLatin1Char('.'));
-    const QString parteIntera = punto < 0 ? corpo : corpo.left(punto);
-    const QString parteDecimale = punto < 0 ? QString() : corpo.mid(punto + 1);
-
-    int decimali = 0, decimaliObbligatori = 0;
-    for (QChar c : parteDecimale) {
-        if (c == QLatin1Char('0') || c == QLatin1Char('#'))
-            ++decimali;
-        if (c == QLatin1Char('0'))
-            decimaliObbligatori = decimali;
+    m.prefisso = maschera.left(inizio);
+    m.suffisso = maschera.mid(fine);
+    for (qsizetype i = inizio; i < fine; ++i) {
+        const QChar c = maschera[i];
+        if (c == QLatin1Char('.')) {
+            m.punto = true;
+        } else if (!m.punto) {
+            if (c == QLatin1Char('0'))
+                ++m.interiObbligatori;
+            else if (c == QLatin1Char(','))
+                m.migliaia = true;
+        } else if (c == QLatin1Char('0') || c == QLatin1Char('#')) {
+            ++m.decimali;
+            if (c == QLatin1Char('0'))
+                m.decimaliObbligatori = m.decimali;
+        }
     }
-    const int interiObbligatori = static_cast<int>(parteIntera.count(QLatin1Char('0')));
-    const bool migliaia = parteIntera.contains(QLatin1Char(','));
+    return m;
+}
+
+}  // namespace
+
+QString Format(const Decimale& valore, const QString& maschera)
+{
+    if (maschera.isEmpty())
+        return valore.testo();
+    // Le maschere del programma sono poche: si tiene l'ultima scomposta.
+    thread_local QString ultimaMaschera;
+    thread_local MascheraNumerica m;
+    if (maschera != ultimaMaschera) {
+        m = Scomponi(maschera);
+        ultimaMaschera = maschera;
+    }
 
     // arrotondamento a metà lontano da zero
     u128 modulo = Assoluto(valore.mantissa());
     int scala = valore.scala();
-    if (scala > decimali) {
-        modulo = Riduci(modulo, scala - decimali, false);
-        scala = decimali;
+    if (scala > m.decimali) {
+        modulo = Riduci(modulo, scala - m.decimali, false);
+        scala = m.decimali;
     }
-    QString cifre = CifreDi(modulo);
-    if (modulo == 0)
-        cifre.clear();
-    if (cifre.size() < scala)
-        cifre.prepend(QString(scala - cifre.size(), QLatin1Char('0')));
-    QString intera = cifre.left(cifre.size() - scala);
-    QString frazione = cifre.mid(cifre.size() - scala) + QString(decimali - scala, QLatin1Char('0'));
-    while (frazione.size() > decimaliObbligatori && frazione.endsWith(QLatin1Char('0')))
-        frazione.chop(1);
-    if (intera.size() < interiObbligatori)
-        intera.prepend(QString(interiObbligatori - intera.size(), QLatin1Char('0')));
-    if (migliaia) {
-        for (qsizetype pos = intera.size() - 3; pos > 0; pos -= 3)
-            intera.insert(pos, QLatin1Char('.'));
+    // cifre del modulo, dalla meno significativa, completate con gli zeri
+    // dei decimali mancanti
+    QVarLengthArray<char, 80> cifre;
+    for (int k = scala; k < m.decimali; ++k)
+        cifre.append('0');
+    while (modulo > 0) {
+        cifre.append(static_cast<char>('0' + static_cast<int>(modulo % 10)));
+        modulo /= 10;
     }
-    QString risultato = valore.negativo() ? QStringLiteral("-") : QString();
-    risultato += prefisso + intera;
-    if (punto >= 0 && !frazione.isEmpty())
-        risultato += QLatin1Char(',') + frazione;
-    else if (punto >= 0 && decimali == 0)
-        risultato += QLatin1Char(',');
-    return risultato + suffisso;
+    while (cifre.size() < m.decimali + m.interiObbligatori)
+        cifre.append('0');
+    const int n = static_cast<int>(cifre.size());
+    // decimali: si tolgono gli zeri finali oltre quelli obbligatori
+    int decimali = m.decimali;
+    int salta = 0;
+    while (decimali > m.decimaliObbligatori && cifre[salta] == '0') {
+        ++salta;
+        --decimali;
+    }
+    const int interi = n - m.decimali;
+
+    QString r;
+    r.reserve(m.prefisso.size() + m.suffisso.size() + n + n / 3 + 3);
+    if (valore.negativo())
+        r += QLatin1Char('-');
+    r += m.prefisso;
+    for (int k = 0; k < interi; ++k) {
+        if (m.migliaia && k > 0 && (interi - k) % 3 == 0)
+            r += QLatin1Char('.');
+        r += QLatin1Char(cifre[n - 1 - k]);
+    }
+    if (m.punto && (decimali > 0 || m.decimali == 0))
+        r += QLatin1Char(',');
+    for (int k = 0; k < decimali; ++k)
+        r += QLatin1Char(cifre[m.decimali - 1 - k]);
+    r += m.suffisso;
+    return r;
 }
 
 QString Format(const QDate& data, const QString& maschera)

@@ -33,9 +33,11 @@ public:
     Decimale() = default;
     Decimale(int valore) : m_mantissa(valore) {}  // NOLINT: conversione voluta
     // Legge un testo di una maschera con lo "0" messo davanti, così che il
-    // testo vuoto valga 0 e ",5" valga 0,5. Un segno davanti è ammesso (i
-    // testi prodotti da testo() tornano indietro). Un testo che non è un
-    // numero solleva l'errore 13 "Tipo non corrispondente".
+    // testo vuoto valga 0 e ",5" valga 0,5; per il resto le forme di CDbl,
+    // tranne parentesi e "&H"/"&O" (con lo "0" davanti non sono numeri). Un
+    // segno davanti è ammesso, così i testi di testo() tornano indietro. Oltre
+    // 28 decimali si arrotonda al pari. Un testo che non è un numero solleva
+    // l'errore 13 "Tipo non corrispondente"; oltre 28 cifre intere l'errore 6.
     explicit Decimale(const QString& testo);
 
     // Conversioni dalla doppia e dalla singola precisione attraverso 15 e 7
@@ -103,7 +105,8 @@ double CDbl(const QString& testo);
 // spazi, tabulazioni e ritorni a capo sono ignorati ovunque; poi un segno,
 // cifre, un punto decimale, altre cifre, un esponente "E"/"D"; la lettura si
 // ferma al primo altro carattere. "&H"/"&O" leggono un esadecimale/ottale.
-// Non solleva mai errori: un testo senza numero vale 0.
+// Un testo senza numero vale 0; solo un valore oltre la doppia precisione
+// ("1E400") solleva l'errore 6.
 double Val(const QString& testo);
 // Testo di un numero in doppia precisione come lo scriveva il motore: 15
 // cifre significative, virgola decimale, notazione esponenziale sopra 1E15 e

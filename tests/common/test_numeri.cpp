@@ -379,3 +379,22 @@ TEST(IsDate, GiornoPrimaDelMese)
         EXPECT_EQ(NumeroErrore([no] { CDate(QString::fromUtf8(no)); }), 13) << no;
     }
 }
+
+TEST(Format, MaschereLunghe)
+{
+    // più posti di quante cifre stiano in un Decimale
+    const QString maschera = QString(40, QLatin1Char('0')) + QLatin1Char('.') + QString(40, QLatin1Char('0'));
+    const QString r = Format(D("-1,5"), maschera);
+    EXPECT_EQ(r, QLatin1Char('-') + QString(39, QLatin1Char('0')) + QStringLiteral("1,5") + QString(39, QLatin1Char('0')));
+}
+
+TEST(Decimale, DaInteri)
+{
+    EXPECT_EQ((Decimale(-7) / Decimale(2)).testo(), QStringLiteral("-3,5"));
+    EXPECT_EQ((Decimale(std::numeric_limits<int>::min()) - Decimale(1)).testo(), QStringLiteral("-2147483649"));
+    EXPECT_EQ((Decimale(std::numeric_limits<int>::max()) * Decimale(std::numeric_limits<int>::max())).testo(),
+              QStringLiteral("4611686014132420609"));
+    EXPECT_TRUE(D("0,000") == 0);
+    EXPECT_EQ(Decimale::daMantissa(10506, 1).testo(), QStringLiteral("1050,6"));
+    EXPECT_EQ(NumeroErrore([] { Decimale::daMantissa(1, 29); }), 5);
+}

@@ -37,6 +37,7 @@ protected:
                       {QStringLiteral("1.0.0"), QStringLiteral("15/09/2005"), DescrizioneSetup});
             d.Execute(QStringLiteral("DELETE FROM CAMPAGNA"));
             d.Execute(QStringLiteral("INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2005)"));
+            // La più recente non è l'ultima inserita.
             d.Execute(QStringLiteral("INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2004)"));
             d.Execute(QStringLiteral("DELETE FROM LOGERR"));
         });
@@ -104,18 +105,6 @@ TEST_F(Avvio, ControlloSuperatoLeggeCampagnaEVersioneERichiudeLaConnessione)
     EXPECT_EQ(ContaRighe(QStringLiteral("TAB_Fornitura")), 1);
     EXPECT_EQ(ContaRighe(QStringLiteral("tab_setup")), 1);
     EXPECT_EQ(ContaRighe(QStringLiteral("LOGERR")), 0);
-}
-
-TEST_F(Avvio, LaCampagnaCorrenteELaPiuRecenteSenzaSpazi)
-{
-    Prepara([](Database& d) {
-        d.Execute(QStringLiteral("DELETE FROM CAMPAGNA"));
-        d.Execute(QStringLiteral("INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2004)"));
-        d.Execute(QStringLiteral("INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2005)"));
-        d.Execute(QStringLiteral("INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2003)"));
-    });
-    AggiornamentoVersione();
-    EXPECT_EQ(sessione().CampagnaCorrente, QStringLiteral("2005"));
 }
 
 // ---------------------------------------------------------------- SETUP
@@ -193,16 +182,6 @@ TEST_F(Avvio, UnaVersioneDiversaComeTestoTerminaIlProcesso)
 }
 
 // ---------------------------------------------------------------- apertura
-
-TEST_F(Avvio, ApriDatabaseMetteLaConnessioneInSessione)
-{
-    EXPECT_TRUE(ApriDatabase(false));
-    ASSERT_NE(sessione().DbDistilleria, nullptr);
-    EXPECT_TRUE(sessione().DbDistilleria->aperto());
-    EXPECT_EQ(QFileInfo(sessione().DbDistilleria->Name()).canonicalFilePath(),
-              QFileInfo(cartella->percorsoDatabase()).canonicalFilePath());
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
 
 TEST_F(Avvio, UnDatabaseCheNonSiApreTerminaSenzaRegistro)
 {

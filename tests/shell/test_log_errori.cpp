@@ -143,15 +143,4 @@ TEST_F(LogErrori, ConnessioneChiusaMostraLAnomaliaBloccanteETermina)
     EXPECT_TRUE(RigheLog(db()).isEmpty());
 }
 
-TEST_F(LogErrori, SenzaConnessioneAlcunaTermina)
-{
-    sessione().DbDistilleria.reset();
-    script->Rispondi(RispostaMsg::OK);
-    EXPECT_THROW(ScriviLogErr(QString(), QStringLiteral("AGGIORNAMENTO VERSIONE"), 94, QStringLiteral("x")),
-                 ProcessoTerminato);
-    ASSERT_EQ(script->messaggi.size(), 1);
-    EXPECT_EQ(script->messaggi[0].stile, 16);
-    EXPECT_TRUE(script->messaggi[0].testo.startsWith(QStringLiteral("SI E' VERIFICATA UNA ANOMALIA BLOCCANTE:")));
-}
-
 }  // namespace
