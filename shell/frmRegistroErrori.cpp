@@ -63,7 +63,6 @@ frmRegistroErrori::frmRegistroErrori(QWidget* genitore) : QWidget(genitore)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_griglia);
     layout->addLayout(pulsanti);
-    resize(900, 420);
 
     Aggiorna();
 }

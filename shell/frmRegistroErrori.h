@@ -20,6 +20,9 @@ public:
     // Rilegge LOGERR; un errore di lettura va nel registro stesso.
     void Aggiorna();
 
+    // Abbastanza larga per le colonne anche come figlia MDI.
+    QSize sizeHint() const override { return {900, 420}; }
+
 private:
     QTableView* m_griglia = nullptr;
     QStandardItemModel* m_modello = nullptr;
