@@ -127,6 +127,8 @@ void frmInizializza::Salva()
         default: break;
         }
 
+        // I valori nuovi passano da ApiceSql anche nell'inserimento: un nome
+        // con l'apostrofo non deve far fallire il primo salvataggio.
         const QString cf = ApiceSql(TxtDati[1]->text());
         const QString ragione = ApiceSql(TxtDati[2]->text());
         const QString indirizzo = ApiceSql(TxtDati[3]->text());

@@ -138,22 +138,6 @@ TEST_F(AiutoEVersione, IlMenuHelpMostraTuttiITesti)
     EXPECT_EQ(menu.findChild<FrmHelp*>(), nullptr) << "Esci la scarica";
 }
 
-TEST_F(AiutoEVersione, LAggancioDelleMaschereApreLaFinestraDiAiuto)
-{
-    FrmMenu::Carica().show();
-    QString testo, nome;
-    AttesaModale attesa(QStringLiteral("FrmHelp"), [&](QDialog* d) {
-        auto* help = qobject_cast<FrmHelp*>(d);
-        nome = help->NomeHelp;
-        testo = help->TxtHElp()->toPlainText();
-        help->done(0);
-    });
-    MostraHelp(QStringLiteral("frmAbout"));
-    ASSERT_TRUE(attesa.eseguita());
-    EXPECT_EQ(nome, QStringLiteral("frmAbout"));
-    EXPECT_TRUE(testo.startsWith(QStringLiteral("INFORMAZIONI SUL PROGRAMMA\n"))) << testo.toStdString();
-}
-
 TEST_F(AiutoEVersione, VersioneDalMenu)
 {
     sessione().DataVersioneDb = QStringLiteral("15/09/2005");

@@ -44,8 +44,6 @@ TEST_F(LetturaDistilleria, RigaPresente)
          QStringLiteral("VIA DEI TINI 4")},
         {"Null diventa vuoto", QStringLiteral("02468135799"), QVariant(), QVariant(), QStringLiteral("02468135799"),
          QString(), QString()},
-        {"spazi conservati", QStringLiteral(" 02468135799"), QStringLiteral("A  "), QStringLiteral(""),
-         QStringLiteral(" 02468135799"), QStringLiteral("A  "), QString()},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.caso);
