@@ -140,6 +140,7 @@ void FrmMenu::CostruisciMenu()
     QMenu* archivi = Sottomenu(sistema, QStringLiteral("Archivi"), QStringLiteral("mnuSistema"), 2);
     Voce(archivi, QStringLiteral("Backup"), QStringLiteral("mnuAr"), 0);
     Voce(archivi, QStringLiteral("Restore"), QStringLiteral("mnuAr"), 1);
+    Voce(sistema, QStringLiteral("Registro errori"), QStringLiteral("mnuSistema"), 3);
 
     // Voci della barra senza sottomenu: il clic le esegue direttamente.
     QAction* mnVer = barra->addAction(QStringLiteral("Versione"));
@@ -244,6 +245,9 @@ void FrmMenu::mnuSistema_Click(int Index)
     if (Index == 1) {
         sessione().TitoloMaschera = QStringLiteral(" Inizializza Distilleria ");
         MostraMaschera(QStringLiteral("frmInizializza"));
+    } else if (Index == 3) {
+        // Consultazione del registro errori, in sola lettura.
+        MostraMaschera(QStringLiteral("frmRegistroErrori"));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "shell/registro_maschere.h"
 
+#include "shell/registra_distilleria.h"
+
 #include <QHash>
 
 namespace {
@@ -48,4 +50,5 @@ void RegistraMaschereDelSistema()
     // Le maschere si aggiungono qui man mano che esistono, per esempio:
     //   RegistraMaschera(QStringLiteral("FrmSelezione"), [](QWidget*) { return new FrmSelezione; });
     //   RegistraMaschera(QStringLiteral("FrmHelp"), [](QWidget* g) { return new FrmHelp(g); }, Apertura::Modale);
+    RegistraMaschereDistilleria();
 }

@@ -157,6 +157,7 @@ TEST_F(Menu, AlberoDelleVoci)
         QStringLiteral("2|Archivi|mnuSistema_2|2|si"),
         QStringLiteral("3|Backup|mnuAr_0|0|si"),
         QStringLiteral("3|Restore|mnuAr_1|1|si"),
+        QStringLiteral("2|Registro errori|mnuSistema_3|3|si"),
         QStringLiteral("1|Versione|mnVer||si"),
         QStringLiteral("1|Help|mnuhelp||si"),
     };
