@@ -164,11 +164,9 @@ TEST(Format, MaschereDelSistemaLontanoDaZero)
 
 TEST(Format, Date)
 {
-    const QDate d(2005, 2, 1);
-    EXPECT_EQ(Format(d, QStringLiteral("DD/MM/YYYY")), QStringLiteral("01/02/2005"));
-    EXPECT_EQ(Format(d, QStringLiteral("YYYYMMDD")), QStringLiteral("20050201"));
-    EXPECT_EQ(Format(d, QStringLiteral("dd/mm/yy")), QStringLiteral("01/02/05"));
-    EXPECT_EQ(Format(d, QStringLiteral("D/M/YYYY")), QStringLiteral("1/2/2005"));
+    for (const auto& [maschera, atteso] : {std::pair{"DD/MM/YYYY", "01/02/2005"}, {"YYYYMMDD", "20050201"},
+                                           {"dd/mm/yy", "01/02/05"}, {"D/M/YYYY", "1/2/2005"}})
+        EXPECT_EQ(Format(QDate(2005, 2, 1), T(maschera)), T(atteso)) << maschera;
     EXPECT_EQ(Format(QDate(), QStringLiteral("DD/MM/YYYY")), QString());
 }
 

@@ -22,8 +22,8 @@ using namespace Qt::StringLiterals;
 class Avvio : public ProvaConDatabase {
 protected:
     // Stato noto: versione del programma, due campagne (la più recente non
-    // per ultima), registro vuoto; poi la modifica del caso.
-    void Prepara(const std::function<void(Database&)>& modifica = {})
+    // per ultima), registro vuoto; poi le istruzioni del caso, separate da "; ".
+    void Prepara(const QString& modifica = {})
     {
         cartella = std::make_unique<CartellaProva>();
         sessione().PathDatabase = cartella->cartella() + u"/database/"_s;
@@ -35,8 +35,8 @@ protected:
                                 "INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2005), (2004)"})
             d->Execute(QString::fromLatin1(sql));
         d->Execute(u"INSERT INTO tab_setup VALUES ('1.0.0', '15/09/2005', ?)"_s, {DescrizioneSetup});
-        if (modifica)
-            modifica(*d);
+        for (const QString& sql : modifica.split(u"; "_s, Qt::SkipEmptyParts))
+            d->Execute(sql);
         d->Close();
     }
     QStringList Leggi(const QString& sql) { return RigheDelFile(cartella->percorsoDatabase(), sql); }
@@ -61,12 +61,8 @@ TEST_F(Avvio, LaVecchiaTabellaSetupVieneSostituitaUnaVolta)
 {
     for (const QString& nome : {u"SETUP"_s, u"Setup"_s}) {
         SCOPED_TRACE(nome.toStdString());
-        Prepara([&](Database& d) {
-            d.Execute(u"DROP TABLE tab_setup"_s);
-            d.Execute(u"CREATE TABLE %1 (VERSIONE TEXT, NOTE TEXT)"_s.arg(nome));
-            d.Execute(u"INSERT INTO %1 VALUES ('0.9', 'vecchia')"_s.arg(nome));
-            d.Execute(u"INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2004')"_s);
-        });
+        Prepara(u"DROP TABLE tab_setup; CREATE TABLE %1 (VERSIONE TEXT, NOTE TEXT); INSERT INTO %1 VALUES "
+                "('0.9', 'vecchia'); INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2004')"_s.arg(nome));
         // Il secondo avvio non trova più SETUP e non tocca nulla.
         for (int avvio = 1; avvio <= 2; ++avvio) {
             AggiornamentoVersione();
@@ -85,7 +81,7 @@ TEST_F(Avvio, UnaVersioneDiversaComeTestoTerminaIlProcesso)
     // Confronto di testo esatto: più nuova, più corta o con uno spazio è diversa lo stesso.
     for (const QString& versione : {u"1.0.1"_s, u"1.0"_s, u"1.0.0 "_s}) {
         SCOPED_TRACE(versione.toStdString());
-        Prepara([&](Database& d) { d.Execute(u"UPDATE tab_setup SET VERSIONE = ?"_s, {versione}); });
+        Prepara(u"UPDATE tab_setup SET VERSIONE = '%1'"_s.arg(versione));
         TerminaCon({u"Versioni non congruenti DB "_s + versione +
                         u" - ExE 1.0.0\nAggiornamento fallito contattare assistenza"_s,
                     16, QString()});
@@ -152,10 +148,7 @@ TEST_F(Avvio, OgniGuastoDelControlloVaNelRegistroETermina)
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.caso);
-        Prepara([&](Database& d) {
-            for (const QString& sql : QString::fromUtf8(c.sql).split(u"; "_s))
-                d.Execute(sql);
-        });
+        Prepara(QString::fromUtf8(c.sql));
         TerminaCon({MessaggioLogErr(c.numero, c.descrizione, u"AGGIORNAMENTO VERSIONE"_s), 48, u"Gestione Errori"_s});
         // La riga del registro è nel database stesso.
         sessione().DbDistilleria.reset();
@@ -166,7 +159,7 @@ TEST_F(Avvio, OgniGuastoDelControlloVaNelRegistroETermina)
 
 TEST_F(Avvio, LaSchermataControllaLaVersionePoiAspettaUnClicSenzaConnessione)
 {
-    Prepara([](Database& d) { d.Execute(u"INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2005')"_s); });
+    Prepara(u"INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2005')"_s);
     AnnullaRegistrazioni();
     frmSpalsh splash(cartella->cartella());
     EXPECT_EQ(sessione().PathDatabase, cartella->cartella() + u"/database/"_s);

@@ -32,7 +32,8 @@ TEST_F(LogErrori, LaRigaPrecedeIlMessaggioEConservaITesti)
         {"numero di cinque cifre", u""_s, u"StampaDomandaProduttore"_s, 20545, u"Stampa annullata dall'utente."_s,
          u"|StampaDomandaProduttore|20545|Stampa annullata dall'utente."_s},
         {"numero negativo", u"Md_FunzioniGenerali"_s, u"rfAssociaDeAssociaProduttore"_s, -2147467259,
-         u"Errore non specificato"_s, u"Md_FunzioniGenerali|rfAssociaDeAssociaProduttore|-2147467259|Errore non specificato"_s},
+         u"Errore non specificato"_s,
+         u"Md_FunzioniGenerali|rfAssociaDeAssociaProduttore|-2147467259|Errore non specificato"_s},
         // ApiceSql raddoppia anche i doppi apici, che dentro un testo tra
         // apici il motore non riduce: restano doppi nella tabella.
         {"doppi apici raddoppiati", u""_s, u"frmCarico.CARICOTABELLE"_s, 13, u"Tipo \"A\" non corrispondente"_s,
