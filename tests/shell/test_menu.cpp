@@ -197,11 +197,14 @@ TEST_F(Menu, VociSpenteDiSistemaVersioneEHelp)
     EXPECT_EQ(stampe, 0);
     EXPECT_TRUE(create.isEmpty());
     EXPECT_EQ(sessione().TitoloMaschera, u" Domande "_s);
+    // Una maschera non ancora registrata: la voce imposta codice e titolo, e basta.
+    Clic("mnuDistprod_3");
+    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(11));
 
     // Le voci di sistema non danno un codice; le modali non sono figlie MDI.
     Clic("mnuSistema_1");
     EXPECT_EQ(sessione().TitoloMaschera, u" Inizializza Distilleria "_s);
-    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(0));
+    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(11));
     EXPECT_EQ(m.findChild<QDialog*>(u"frmInizializza"_s), nullptr) << "scaricata alla chiusura";
     for (const char* voce : {"mnuAr_0", "mnuAr_1", "mnuAr_1", "mnVer", "mnuhelp"})
         Clic(voce);
