@@ -2,20 +2,12 @@
 // validazione all'uscita dal campo, pulsanti e pulizia dei campi.
 #include "common/aiuti_maschera.h"
 #include "maschera_prova.h"
+#include "support/verifiche.h"
 
 #include <QComboBox>
 
 namespace {
 const MessaggioRegistrato DataNonValida{QStringLiteral("Data non valida"), StileMsg::Esclamativo, QString()};
-}
-
-bool operator==(const MessaggioRegistrato& a, const MessaggioRegistrato& b)
-{
-    return a.testo == b.testo && a.stile == b.stile && a.titolo == b.titolo;
-}
-void PrintTo(const MessaggioRegistrato& m, std::ostream* os)
-{
-    *os << '"' << m.testo.toStdString() << "\" " << m.stile << " \"" << m.titolo.toStdString() << '"';
 }
 
 TEST_F(ProvaMaschera, CampiConTagEToolTip)

@@ -1,12 +1,12 @@
 // Avvio: apertura del database, controllo di versione, sostituzione della
 // vecchia tabella SETUP, campagna corrente e schermata d'avvio.
-#include "shell/ApriDatabase.h"
 #include "shell/FrmMenu.h"
 #include "shell/frmSpalsh.h"
 #include "shell/registro_maschere.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 #include "support/cartella_prova.h"
+#include "support/verifiche.h"
 
 #include <QDate>
 #include <QFile>
@@ -17,326 +17,181 @@
 
 namespace {
 
-const QString Oggi() { return QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")); }
+using namespace Qt::StringLiterals;
 
 class Avvio : public ProvaConDatabase {
 protected:
-    void SetUp() override
+    // Stato noto: versione del programma, due campagne (la più recente non
+    // per ultima), registro vuoto; poi le istruzioni del caso, separate da "; ".
+    void Prepara(const QString& modifica = {})
     {
-        ProvaConDatabase::SetUp();
-        StatoNoto();
-    }
-
-    // Stato noto del database: versione del programma, due campagne, registro vuoto.
-    void StatoNoto()
-    {
+        cartella = std::make_unique<CartellaProva>();
+        sessione().PathDatabase = cartella->cartella() + u"/database/"_s;
         sessione().CampagnaCorrente.clear();
-        Prepara([](Database& d) {
-            d.Execute(QStringLiteral("DELETE FROM tab_setup"));
-            d.Execute(QStringLiteral("INSERT INTO tab_setup (VERSIONE, DATA_VERSIONE, DESCRIZIONE) VALUES (?, ?, ?)"),
-                      {QStringLiteral("1.0.0"), QStringLiteral("15/09/2005"), DescrizioneSetup});
-            d.Execute(QStringLiteral("DELETE FROM CAMPAGNA"));
-            d.Execute(QStringLiteral("INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2005)"));
-            // La più recente non è l'ultima inserita.
-            d.Execute(QStringLiteral("INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2004)"));
-            d.Execute(QStringLiteral("DELETE FROM LOGERR"));
-        });
-    }
-
-    // Modifica il database con una connessione propria, chiusa subito dopo.
-    void Prepara(const std::function<void(Database&)>& modifica)
-    {
+        sessione().DbDistilleria.reset();
+        script->messaggi.clear();
         auto d = Database::Apri(cartella->percorsoDatabase(), false, ConnessioneDb);
-        modifica(*d);
+        for (const char* sql : {"DELETE FROM tab_setup", "DELETE FROM CAMPAGNA", "DELETE FROM LOGERR",
+                                "INSERT INTO CAMPAGNA (ANNUALITA) VALUES (2005), (2004)"})
+            d->Execute(QString::fromLatin1(sql));
+        d->Execute(u"INSERT INTO tab_setup VALUES ('1.0.0', '15/09/2005', ?)"_s, {DescrizioneSetup});
+        for (const QString& sql : modifica.split(u"; "_s, Qt::SkipEmptyParts))
+            d->Execute(sql);
         d->Close();
     }
-
-    template <typename T>
-    T Leggi(const std::function<T(Database&)>& lettura)
+    QStringList Leggi(const QString& sql) { return RigheDelFile(cartella->percorsoDatabase(), sql); }
+    // Il controllo termina il processo dopo un solo messaggio.
+    void TerminaCon(const MessaggioRegistrato& atteso)
     {
-        auto d = Database::Apri(cartella->percorsoDatabase(), false, ConnessioneDb);
-        T risultato = lettura(*d);
-        d->Close();
-        return risultato;
-    }
-
-    int ContaRighe(const QString& tabella)
-    {
-        return Leggi<int>([&](Database& d) {
-            return static_cast<int>(
-                d.OpenRecordset(QStringLiteral("SELECT COUNT(*) FROM ") + tabella).Fields(0).intero());
-        });
+        script->Rispondi(RispostaMsg::OK);
+        EXPECT_THROW(AggiornamentoVersione(), ProcessoTerminato);
+        EXPECT_EQ(script->messaggi, Messaggi{atteso});
     }
 };
 
-// ---------------------------------------------------------------- percorso
+const QString Oggi() { return QDate::currentDate().toString(u"dd/MM/yyyy"_s); }
 
 TEST(PathDatabase, UnaSolaBarraPrimaDiDatabase)
 {
-    const struct {
-        QString cartella, atteso;
-    } casi[] = {
-        {QStringLiteral("/opt/fermola"), QStringLiteral("/opt/fermola/database/")},
-        {QStringLiteral("/opt/fermola/"), QStringLiteral("/opt/fermola/database/")},
-        {QStringLiteral("/"), QStringLiteral("/database/")},
-    };
-    for (const auto& c : casi)
-        EXPECT_EQ(CalcolaPathDatabase(c.cartella), c.atteso) << c.cartella.toStdString();
+    EXPECT_EQ(CalcolaPathDatabase(u"/opt/fermola"_s), u"/opt/fermola/database/"_s);
+    EXPECT_EQ(CalcolaPathDatabase(u"/"_s), u"/database/"_s);  // radice: finisce già con la barra
 }
-
-// ---------------------------------------------------------------- buon esito
-
-TEST_F(Avvio, ControlloSuperatoLeggeCampagnaEVersioneERichiudeLaConnessione)
-{
-    Prepara([](Database& d) {
-        d.Execute(QStringLiteral("INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2005')"));
-    });
-
-    AggiornamentoVersione();
-
-    EXPECT_TRUE(script->messaggi.isEmpty());
-    EXPECT_FALSE(script->terminato);
-    EXPECT_EQ(sessione().CampagnaCorrente, QStringLiteral("2005"));
-    EXPECT_EQ(sessione().VersioneDb, QStringLiteral("1.0.0"));
-    EXPECT_EQ(sessione().DataVersioneDb, QStringLiteral("15/09/2005"));
-    EXPECT_EQ(sessione().DbDistilleria, nullptr) << "la schermata aspetta senza connessione";
-    EXPECT_FALSE(script->clessidra);
-    // Con tab_setup già presente lo schema non si tocca.
-    EXPECT_EQ(ContaRighe(QStringLiteral("TAB_Fornitura")), 1);
-    EXPECT_EQ(ContaRighe(QStringLiteral("tab_setup")), 1);
-    EXPECT_EQ(ContaRighe(QStringLiteral("LOGERR")), 0);
-}
-
-// ---------------------------------------------------------------- SETUP
 
 TEST_F(Avvio, LaVecchiaTabellaSetupVieneSostituitaUnaVolta)
 {
-    for (const QString& nome : {QStringLiteral("SETUP"), QStringLiteral("Setup")}) {
+    for (const QString& nome : {u"SETUP"_s, u"Setup"_s}) {
         SCOPED_TRACE(nome.toStdString());
-        Prepara([&](Database& d) {
-            d.Execute(QStringLiteral("DROP TABLE IF EXISTS tab_setup"));
-            d.Execute(QStringLiteral("CREATE TABLE %1 (VERSIONE TEXT, NOTE TEXT)").arg(nome));
-            d.Execute(QStringLiteral("INSERT INTO %1 VALUES ('0.9', 'vecchia')").arg(nome));
-            d.Execute(QStringLiteral("INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2004')"));
-        });
-
-        AggiornamentoVersione();
-
-        EXPECT_TRUE(script->messaggi.isEmpty());
-        EXPECT_FALSE(script->terminato);
-        EXPECT_EQ(sessione().VersioneDb, QStringLiteral("1.0.0"));
-        EXPECT_EQ(sessione().DataVersioneDb, Oggi());
-        EXPECT_EQ(sessione().DbDistilleria, nullptr);
-
-        const auto tabelle = Leggi<QStringList>([](Database& d) { return d.TableDefs(); });
-        for (const QString& t : tabelle)
-            EXPECT_NE(t.toUpper(), QStringLiteral("SETUP"));
-        const auto setup = Leggi<QStringList>([](Database& d) {
-            QStringList righe;
-            for (Recordset rs = d.OpenRecordset(QStringLiteral("SELECT * FROM tab_setup")); !rs.eof(); rs.MoveNext())
-                righe << rs.Fields(QStringLiteral("VERSIONE")).testo() + QLatin1Char('|') +
-                             rs.Fields(QStringLiteral("DATA_VERSIONE")).testo() + QLatin1Char('|') +
-                             rs.Fields(QStringLiteral("DESCRIZIONE")).testo();
-            return righe;
-        });
-        EXPECT_EQ(setup, QStringList{QStringLiteral("1.0.0|") + Oggi() +
-                                     QStringLiteral("|Distilleria ART.29-30 con Carico, Gestione, Scarico.")});
-        EXPECT_EQ(ContaRighe(QStringLiteral("TAB_Fornitura")), 0) << "TAB_Fornitura ricreata vuota";
-        EXPECT_EQ(Leggi<QStringList>([](Database& d) { return d.ColonneTabella(QStringLiteral("TAB_Fornitura")); }),
-                  (QStringList{QStringLiteral("ID"), QStringLiteral("CAMPAGNA"), QStringLiteral("NUMERO_DOMANDE"),
-                               QStringLiteral("NUMERO_FATTURE"), QStringLiteral("DATA_FORNITURE"),
-                               QStringLiteral("PROGRESSIVO_FORNITURA")}));
-
-        // Un secondo avvio non tocca più nulla.
-        AggiornamentoVersione();
-        EXPECT_TRUE(script->messaggi.isEmpty());
-        EXPECT_EQ(ContaRighe(QStringLiteral("tab_setup")), 1);
+        Prepara(u"DROP TABLE tab_setup; CREATE TABLE %1 (VERSIONE TEXT, NOTE TEXT); INSERT INTO %1 VALUES "
+                "('0.9', 'vecchia'); INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2004')"_s.arg(nome));
+        // Il secondo avvio non trova più SETUP e non tocca nulla.
+        for (int avvio = 1; avvio <= 2; ++avvio) {
+            AggiornamentoVersione();
+            EXPECT_TRUE(script->messaggi.isEmpty());
+            EXPECT_EQ(sessione().VersioneDb + u'|' + sessione().DataVersioneDb, u"1.0.0|"_s + Oggi());
+            EXPECT_EQ(Leggi(u"SELECT * FROM tab_setup"_s), QStringList{u"1.0.0|"_s + Oggi() + u'|' + DescrizioneSetup});
+            EXPECT_EQ(Leggi(u"SELECT (SELECT COUNT(*) FROM TAB_Fornitura), (SELECT COUNT(*) FROM sqlite_master "
+                            "WHERE upper(name) = 'SETUP')"_s),
+                      QStringList{u"0|0"_s}) << "TAB_Fornitura ricreata vuota, SETUP sparita";
+        }
     }
 }
-
-// ---------------------------------------------------------------- versioni
 
 TEST_F(Avvio, UnaVersioneDiversaComeTestoTerminaIlProcesso)
 {
-    for (const QString& versione : {QStringLiteral("1.0.1"), QStringLiteral("1.0"), QStringLiteral("0.9.9"),
-                                   QStringLiteral("1.0.0 ")}) {
+    // Confronto di testo esatto: più nuova, più corta o con uno spazio è diversa lo stesso.
+    for (const QString& versione : {u"1.0.1"_s, u"1.0"_s, u"1.0.0 "_s}) {
         SCOPED_TRACE(versione.toStdString());
-        script->messaggi.clear();
-        sessione().DbDistilleria.reset();
-        Prepara([&](Database& d) { d.Execute(QStringLiteral("UPDATE tab_setup SET VERSIONE = ?"), {versione}); });
-        script->Rispondi(RispostaMsg::OK);
-
-        EXPECT_THROW(AggiornamentoVersione(), ProcessoTerminato);
-
-        ASSERT_EQ(script->messaggi.size(), 1);
-        EXPECT_EQ(script->messaggi[0].testo, QStringLiteral("Versioni non congruenti DB ") + versione +
-                                                 QStringLiteral(" - ExE 1.0.0\nAggiornamento fallito contattare assistenza"));
-        EXPECT_EQ(script->messaggi[0].stile, 16);
-        EXPECT_EQ(script->messaggi[0].titolo, QString()) << "nessun titolo proprio";
+        Prepara(u"UPDATE tab_setup SET VERSIONE = '%1'"_s.arg(versione));
+        TerminaCon({u"Versioni non congruenti DB "_s + versione +
+                        u" - ExE 1.0.0\nAggiornamento fallito contattare assistenza"_s,
+                    16, QString()});
         EXPECT_TRUE(sessione().VersioneDb.isEmpty());
         // La connessione non si chiude prima della fine del processo, e nulla va nel registro.
-        ASSERT_NE(sessione().DbDistilleria, nullptr);
-        EXPECT_TRUE(sessione().DbDistilleria->aperto());
-        EXPECT_EQ(ContaRighe(QStringLiteral("LOGERR")), 0);
+        EXPECT_TRUE(sessione().DbDistilleria && sessione().DbDistilleria->aperto());
+        EXPECT_EQ(Leggi(u"SELECT COUNT(*) FROM LOGERR"_s), QStringList{u"0"_s});
     }
 }
-
-// ---------------------------------------------------------------- apertura
 
 TEST_F(Avvio, UnDatabaseCheNonSiApreTerminaSenzaRegistro)
 {
-    const QString percorso = cartella->percorsoDatabase();
+    std::unique_ptr<Database> altro;
     const struct {
         const char* caso;
-        std::function<void()> prepara;
-        QString testo;
+        std::function<void(const QString&)> prepara;
+        int numero;
+        QString descrizione;
     } casi[] = {
-        {"file mancante", [&] { QFile::remove(percorso); },
-         QStringLiteral("Numero Errore: 3024\n\nDescrizione Errore: Impossibile trovare il file '") + percorso +
-             QStringLiteral("'.\n\n\n")},
+        {"file mancante", [](const QString& p) { QFile::remove(p); }, 3024, u"Impossibile trovare il file '%1'."_s},
         {"password diversa",
-         [&] {
-             QFile::remove(percorso);
-             Database::Crea(percorso, QStringLiteral("altra"))->Close();
+         [](const QString& p) {
+             QFile::remove(p);
+             Database::Crea(p, u"altra"_s)->Close();
          },
-         QStringLiteral("Numero Errore: 3031\n\nDescrizione Errore: Password non valida.\n\n\n")},
+         3031, u"Password non valida."_s},
+        {"file in uso esclusivo", [&](const QString& p) { altro = Database::Apri(p, true, ConnessioneDb); }, 3045,
+         u"Impossibile utilizzare '%1': file già in uso."_s},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.caso);
-        c.prepara();
-        script->messaggi.clear();
-        script->Rispondi(RispostaMsg::OK);
-
-        EXPECT_THROW(AggiornamentoVersione(), ProcessoTerminato);
-
-        ASSERT_EQ(script->messaggi.size(), 1) << "nessun secondo messaggio: il controllo non riprende";
-        EXPECT_EQ(script->messaggi[0].testo, c.testo);
-        EXPECT_EQ(script->messaggi[0].stile, 16);
-        EXPECT_EQ(script->messaggi[0].titolo, QStringLiteral("FERMOLA_2005"));
+        Prepara();
+        const QString p = cartella->percorsoDatabase();
+        c.prepara(p);
+        const QString descrizione = QString(c.descrizione).replace(u"%1"_s, p);
+        TerminaCon({u"Numero Errore: %1\n\nDescrizione Errore: %2\n\n\n"_s.arg(c.numero).arg(descrizione), 16,
+                    u"FERMOLA_2005"_s});
         EXPECT_EQ(sessione().DbDistilleria, nullptr);
     }
+    altro.reset();
+    EXPECT_EQ(Leggi(u"SELECT COUNT(*) FROM LOGERR"_s), QStringList{u"0"_s});
 }
-
-TEST_F(Avvio, UnDatabaseInUsoEsclusivoTerminaSenzaRegistro)
-{
-    auto altro = Database::Apri(cartella->percorsoDatabase(), true, ConnessioneDb);
-    script->Rispondi(RispostaMsg::OK);
-
-    EXPECT_THROW(AggiornamentoVersione(), ProcessoTerminato);
-
-    ASSERT_EQ(script->messaggi.size(), 1);
-    EXPECT_TRUE(script->messaggi[0].testo.startsWith(QStringLiteral("Numero Errore: 3045\n\nDescrizione Errore: ")))
-        << script->messaggi[0].testo.toStdString();
-    EXPECT_TRUE(script->messaggi[0].testo.endsWith(QStringLiteral("\n\n\n")));
-    EXPECT_EQ(script->messaggi[0].titolo, QStringLiteral("FERMOLA_2005"));
-    altro->Close();
-    EXPECT_EQ(ContaRighe(QStringLiteral("LOGERR")), 0);
-}
-
-// ---------------------------------------------------------------- guasti registrati
 
 TEST_F(Avvio, OgniGuastoDelControlloVaNelRegistroETermina)
 {
     const struct {
         const char* caso;
-        std::function<void(Database&)> prepara;
+        const char* sql;
         int numero;
-        QString descrizione;  // vuota: quella data dal motore, non controllata
+        QString descrizione;
     } casi[] = {
-        {"CAMPAGNA vuota", [](Database& d) { d.Execute(QStringLiteral("DELETE FROM CAMPAGNA")); }, 94,
-         QStringLiteral("Utilizzo non valido di Null")},
-        {"CAMPAGNA mancante", [](Database& d) { d.Execute(QStringLiteral("DROP TABLE CAMPAGNA")); }, 3078,
-         QStringLiteral("Impossibile trovare la tabella o la query di input 'CAMPAGNA'.")},
-        {"tab_setup senza righe", [](Database& d) { d.Execute(QStringLiteral("DELETE FROM tab_setup")); }, 3021,
-         QStringLiteral("Nessun record corrente.")},
-        {"VERSIONE nulla", [](Database& d) { d.Execute(QStringLiteral("UPDATE tab_setup SET VERSIONE = NULL")); }, 94,
-         QStringLiteral("Utilizzo non valido di Null")},
-        {"né SETUP né tab_setup", [](Database& d) { d.Execute(QStringLiteral("DROP TABLE tab_setup")); }, 3078,
-         QStringLiteral("Impossibile trovare la tabella o la query di input 'tab_setup'.")},
+        {"CAMPAGNA vuota", "DELETE FROM CAMPAGNA", 94, u"Utilizzo non valido di Null"_s},
+        {"CAMPAGNA mancante", "DROP TABLE CAMPAGNA", 3078,
+         u"Impossibile trovare la tabella o la query di input 'CAMPAGNA'."_s},
+        {"tab_setup senza righe", "DELETE FROM tab_setup", 3021, u"Nessun record corrente."_s},
+        {"VERSIONE nulla", "UPDATE tab_setup SET VERSIONE = NULL", 94, u"Utilizzo non valido di Null"_s},
+        {"né SETUP né tab_setup", "DROP TABLE tab_setup", 3078,
+         u"Impossibile trovare la tabella o la query di input 'tab_setup'."_s},
+        // Una vista con quel nome impedisce di ricreare TAB_Fornitura.
         {"TAB_Fornitura non ricreabile",
-         [](Database& d) {
-             // Una vista con quel nome impedisce di creare la tabella.
-             d.Execute(QStringLiteral("DROP TABLE tab_setup"));
-             d.Execute(QStringLiteral("CREATE TABLE SETUP (VERSIONE TEXT)"));
-             d.Execute(QStringLiteral("DROP TABLE TAB_Fornitura"));
-             d.Execute(QStringLiteral("CREATE VIEW TAB_Fornitura AS SELECT 1 AS ID"));
-         },
-         0, QString()},
+         "DROP TABLE tab_setup; CREATE TABLE SETUP (VERSIONE TEXT); DROP TABLE TAB_Fornitura; "
+         "CREATE VIEW TAB_Fornitura AS SELECT 1 AS ID",
+         3001, u"Errore del database: view \"TAB_Fornitura\" already exists"_s},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.caso);
-        cartella = std::make_unique<CartellaProva>();
-        sessione().PathDatabase = cartella->cartella() + QStringLiteral("/database/");
-        sessione().DbDistilleria.reset();
-        StatoNoto();
-        Prepara(c.prepara);
-        script->messaggi.clear();
-        script->Rispondi(RispostaMsg::OK);
-
-        EXPECT_THROW(AggiornamentoVersione(), ProcessoTerminato);
-
-        ASSERT_EQ(script->messaggi.size(), 1);
-        const MessaggioRegistrato& m = script->messaggi[0];
-        EXPECT_EQ(m.stile, 48);
-        EXPECT_EQ(m.titolo, QStringLiteral("Gestione Errori"));
-        EXPECT_TRUE(m.testo.endsWith(QStringLiteral("Nome Form\t: AGGIORNAMENTO VERSIONE\n\r\n"
-                                                    "Nome Funzione \t: AGGIORNAMENTO VERSIONE")))
-            << m.testo.toStdString();
-        if (c.numero != 0) {
-            EXPECT_EQ(m.testo.section(QStringLiteral("\n\r\n"), 0, 1),
-                      QStringLiteral("Errore numero\t: %1\n\r\nDescrizione    \t: %2").arg(c.numero).arg(c.descrizione));
-        }
-
+        Prepara(QString::fromUtf8(c.sql));
+        TerminaCon({MessaggioLogErr(c.numero, c.descrizione, u"AGGIORNAMENTO VERSIONE"_s), 48, u"Gestione Errori"_s});
         // La riga del registro è nel database stesso.
         sessione().DbDistilleria.reset();
-        const auto righe = Leggi<QStringList>([](Database& d) {
-            QStringList r;
-            for (Recordset rs = d.OpenRecordset(QStringLiteral("SELECT * FROM LOGERR")); !rs.eof(); rs.MoveNext())
-                r << rs.Fields(QStringLiteral("DESC_APPL")).testo() + QLatin1Char('|') +
-                         rs.Fields(QStringLiteral("CODI_ERRO")).testo() + QLatin1Char('|') +
-                         rs.Fields(QStringLiteral("FLAG_STAM")).testo();
-            return r;
-        });
-        ASSERT_EQ(righe.size(), 1);
-        EXPECT_TRUE(righe[0].startsWith(QStringLiteral("AGGIORNAMENTO VERSIONE|")));
-        if (c.numero != 0) {
-            EXPECT_EQ(righe[0], QStringLiteral("AGGIORNAMENTO VERSIONE|%1|N").arg(c.numero, 5, 10, QLatin1Char('0')));
-        }
+        EXPECT_EQ(Leggi(u"SELECT DESC_APPL, CODI_ERRO, FLAG_STAM FROM LOGERR"_s),
+                  QStringList{u"AGGIORNAMENTO VERSIONE|%1|N"_s.arg(c.numero, 5, 10, QLatin1Char('0'))});
     }
 }
 
-// ---------------------------------------------------------------- schermata
-
-TEST_F(Avvio, LaSchermataAspettaUnClicSenzaConnessionePoiApreIlMenu)
+TEST_F(Avvio, LaSchermataControllaLaVersionePoiAspettaUnClicSenzaConnessione)
 {
+    Prepara(u"INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2005')"_s);
     AnnullaRegistrazioni();
     frmSpalsh splash(cartella->cartella());
-    EXPECT_EQ(sessione().PathDatabase, cartella->cartella() + QStringLiteral("/database/"));
-    EXPECT_EQ(splash.Label1(0)->text(), QStringLiteral("Per sistemi Microsoft Windows"));
-    EXPECT_EQ(splash.Label1(1)->text(), QStringLiteral("Versione 1.0.0"));
-    for (int i : {2, 3}) {
-        EXPECT_EQ(splash.Label1(i)->text(), QStringLiteral("Skip"));
-        EXPECT_EQ(splash.Label1(i)->toolTip(), QStringLiteral("Prosegui"));
-    }
+    EXPECT_EQ(sessione().PathDatabase, cartella->cartella() + u"/database/"_s);
+    QStringList etichette;
+    for (int i = 0; i < 4; ++i)
+        etichette << splash.Label1(i)->text() + u'|' + splash.Label1(i)->toolTip();
+    EXPECT_EQ(etichette, (QStringList{u"Per sistemi Microsoft Windows|"_s, u"Versione 1.0.0|"_s, u"Skip|Prosegui"_s,
+                                      u"Skip|Prosegui"_s}));
 
     splash.show();
     // Il controllo di versione parte da sé, a finestra mostrata.
     EXPECT_TRUE(QTest::qWaitFor([] { return !sessione().CampagnaCorrente.isEmpty(); }, 5000));
-    EXPECT_EQ(sessione().CampagnaCorrente, QStringLiteral("2005"));
-    EXPECT_EQ(sessione().VersioneDb, QStringLiteral("1.0.0"));
+    const auto& s = sessione();
+    EXPECT_EQ((QStringList{s.CampagnaCorrente, s.VersioneDb, s.DataVersioneDb}),
+              (QStringList{u"2005"_s, u"1.0.0"_s, u"15/09/2005"_s}));
+    EXPECT_FALSE(script->clessidra);
+    // Con tab_setup già presente lo schema non si tocca: TAB_Fornitura, tab_setup, LOGERR.
+    EXPECT_EQ(Leggi(u"SELECT (SELECT COUNT(*) FROM TAB_Fornitura), (SELECT COUNT(*) FROM tab_setup), "
+                    "(SELECT COUNT(*) FROM LOGERR)"_s),
+              QStringList{u"1|1|0"_s});
 
     // Nessun tempo limite: senza clic restano la schermata e nessuna connessione.
     QTest::qWait(400);
     EXPECT_TRUE(splash.isVisible());
     EXPECT_EQ(FrmMenu::Istanza(), nullptr);
-    EXPECT_EQ(sessione().DbDistilleria, nullptr);
+    EXPECT_EQ(s.DbDistilleria, nullptr);
 
     QTest::mouseClick(splash.Label1(3), Qt::LeftButton);
     EXPECT_FALSE(splash.isVisible());
     ASSERT_NE(FrmMenu::Istanza(), nullptr);
     EXPECT_TRUE(FrmMenu::Istanza()->isVisible());
-    ASSERT_NE(sessione().DbDistilleria, nullptr);
-    EXPECT_TRUE(sessione().DbDistilleria->aperto());
+    EXPECT_TRUE(s.DbDistilleria && s.DbDistilleria->aperto());
     EXPECT_TRUE(script->messaggi.isEmpty());
     FrmMenu::Scarica();
 }

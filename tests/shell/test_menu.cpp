@@ -5,6 +5,7 @@
 #include "shell/session_state.h"
 #include "store/database.h"
 #include "support/cartella_prova.h"
+#include "support/verifiche.h"
 
 #include <QAction>
 #include <QDialog>
@@ -19,6 +20,10 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
+const QString TitoloLungo = u"Domande di aiuto alla distillazione facoltativa (Art.29)"_s;
+
 class Menu : public ProvaConDatabase {
 protected:
     void SetUp() override
@@ -32,41 +37,34 @@ protected:
         AnnullaRegistrazioni();
         ProvaConDatabase::TearDown();
     }
-
     FrmMenu& Apri()
     {
-        FrmMenu& m = FrmMenu::Carica();
-        m.show();
-        return m;
+        FrmMenu::Carica().show();
+        return *FrmMenu::Istanza();
     }
-
-    QAction* VoceDi(FrmMenu& m, const char* nome)
+    void Clic(const char* voce)
     {
-        auto* a = m.findChild<QAction*>(QString::fromLatin1(nome));
-        EXPECT_NE(a, nullptr) << nome;
-        return a;
+        auto* a = FrmMenu::Istanza()->findChild<QAction*>(QString::fromLatin1(voce));
+        ASSERT_NE(a, nullptr) << voce;
+        a->trigger();
     }
-
-    // Registra una maschera finta che conta quante volte viene creata.
-    void RegistraFinta(const QString& nome, int* create, Apertura apertura = Apertura::FiglioMdi)
+    // Una maschera finta che conta in "create" quante volte nasce; le
+    // modali si chiudono da sole appena aperte.
+    void Finta(const QString& nome, Apertura apertura = Apertura::FiglioMdi)
     {
         RegistraMaschera(
             nome,
-            [nome, create, apertura](QWidget* genitore) -> QWidget* {
-                ++*create;
-                if (apertura == Apertura::Modale) {
-                    auto* d = new QDialog(genitore);
-                    d->setObjectName(nome);
-                    // Si chiude da sola appena aperta.
+            [this, nome, apertura](QWidget* genitore) -> QWidget* {
+                ++create[nome];
+                QWidget* w = apertura == Apertura::Modale ? new QDialog(genitore) : new QWidget(genitore);
+                if (auto* d = qobject_cast<QDialog*>(w))
                     QTimer::singleShot(0, d, &QDialog::accept);
-                    return d;
-                }
-                auto* w = new QWidget(genitore);
                 w->setObjectName(nome);
                 return w;
             },
             apertura);
     }
+    QMap<QString, int> create;
 };
 
 // Le voci come le elenca la barra, una riga per voce:
@@ -74,33 +72,12 @@ protected:
 void Elenca(const QList<QAction*>& azioni, int livello, QStringList& righe)
 {
     for (QAction* a : azioni) {
-        const QString indice = a->property("Index").isValid() ? a->property("Index").toString() : QString();
-        const QString didascalia = a->isSeparator() ? QStringLiteral("-") : a->text();
-        righe << QStringLiteral("%1|%2|%3|%4|%5")
-                     .arg(livello)
-                     .arg(didascalia, a->objectName(), indice,
-                          a->isEnabled() ? QStringLiteral("si") : QStringLiteral("no"));
+        righe << u"%1|%2|%3|%4|%5"_s.arg(livello).arg(a->isSeparator() ? u"-"_s : a->text(), a->objectName(),
+                                                       a->property("Index").toString(),
+                                                       a->isEnabled() ? u"si"_s : u"no"_s);
         if (a->menu())
             Elenca(a->menu()->actions(), livello + 1, righe);
     }
-}
-
-TEST_F(Menu, IlCaricamentoApreLaConnessioneEImpostaLaDidascalia)
-{
-    bool connessioneAperta = false;
-    int verifiche = 0;
-    RegistraAzione(NomiAzioni::VerificaDistilleria, [&] {
-        ++verifiche;
-        connessioneAperta = sessione().DbDistilleria && sessione().DbDistilleria->aperto();
-    });
-    FrmMenu& m = Apri();
-    EXPECT_EQ(m.windowTitle(),
-              QStringLiteral("Domande di aiuto alla distillazione facoltativa (Art.29) - Campagna 2005/2006"));
-    ASSERT_NE(sessione().DbDistilleria, nullptr);
-    EXPECT_TRUE(sessione().DbDistilleria->aperto());
-    EXPECT_EQ(verifiche, 1);
-    EXPECT_TRUE(connessioneAperta) << "la distilleria si legge a connessione aperta";
-    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
 TEST_F(Menu, SenzaDatabaseIlCaricamentoTermina)
@@ -108,239 +85,153 @@ TEST_F(Menu, SenzaDatabaseIlCaricamentoTermina)
     QFile::remove(cartella->percorsoDatabase());
     script->Rispondi(RispostaMsg::OK);
     EXPECT_THROW(FrmMenu::Carica(), ProcessoTerminato);
-    ASSERT_EQ(script->messaggi.size(), 1);
-    EXPECT_TRUE(script->messaggi[0].testo.startsWith(QStringLiteral("Numero Errore: 3024\n\n")));
-    EXPECT_EQ(script->messaggi[0].titolo, QStringLiteral("FERMOLA_2005"));
+    EXPECT_EQ(script->messaggi.size(), 1);
 }
 
-TEST_F(Menu, AlberoDelleVoci)
+TEST_F(Menu, IlCaricamentoApreLaConnessioneVerificaLaDistilleriaEMostraLAlberoDelleVoci)
 {
+    QList<bool> verifiche;  // una per chiamata: la connessione era aperta?
+    RegistraAzione(NomiAzioni::VerificaDistilleria,
+                   [&] { verifiche << (sessione().DbDistilleria && sessione().DbDistilleria->aperto()); });
     FrmMenu& m = Apri();
+    EXPECT_EQ(m.windowTitle(), TitoloLungo + u" - Campagna 2005/2006"_s);
+    EXPECT_EQ(verifiche, QList<bool>{true});
+    EXPECT_TRUE(sessione().DbDistilleria && sessione().DbDistilleria->aperto());
+    EXPECT_TRUE(script->messaggi.isEmpty());
+
     QStringList righe;
     Elenca(m.menuBar()->actions(), 1, righe);
     const QStringList attese = {
-        QStringLiteral("1|Gestione|mnuGest||si"),
-        QStringLiteral("2|Fatturazione|mnuGestDist_1|1|si"),
-        QStringLiteral("3|Domande|mnuDist_1|1|si"),
-        QStringLiteral("3|Fatture|mnuDist_2|2|si"),
-        QStringLiteral("3|-|mnuDist_3|3|si"),
-        QStringLiteral("3|Cambio N° Domanda|mnuDist_4|4|si"),
-        QStringLiteral("3|-|mnuDist_5|5|si"),
-        QStringLiteral("3|Stampe|mnuDist_6|6|si"),
-        QStringLiteral("3|Stampe Bolle|mnuDist_7|7|no"),
-        QStringLiteral("3|-|mnuDist_8|8|si"),
-        QStringLiteral("3|Scarico Domande|mnuDist_9|9|si"),
-        QStringLiteral("3|-|mnuDist_10|10|si"),
-        QStringLiteral("3|Carico fornitura|mnuDist_11|11|si"),
-        QStringLiteral("2|-|mnuGestDist_2|2|si"),
-        QStringLiteral("2|Conferimenti|mnuGestDist_3|3|si"),
-        QStringLiteral("3|Domande|mnuDistprod_1|1|si"),
-        QStringLiteral("3|Produttore|mnuDistprod_2|2|no"),
-        QStringLiteral("3|Certificati UTF|mnuDistprod_3|3|si"),
-        QStringLiteral("3|-|mnuDistprod_4|4|si"),
-        QStringLiteral("3|Cambio N° |mnuDistprod_5|5|si"),
-        QStringLiteral("4|Domanda|mnuDistCambio_1|1|si"),
-        QStringLiteral("4|Certificato UTF|mnuDistCambio_2|2|si"),
-        QStringLiteral("3|-|mnuDistprod_6|6|si"),
-        QStringLiteral("3|Stampe riepilogative|mnuDistprod_7|7|si"),
-        QStringLiteral("4|Domanda|mnuDistprodstampa_1|1|si"),
-        QStringLiteral("4|Prospetto a saldo|mnuDistprodstampa_2|2|no"),
-        QStringLiteral("4|UTF|mnuDistprodstampa_3|3|si"),
-        QStringLiteral("3|-|mnuDistprod_8|8|si"),
-        QStringLiteral("3|Scarica Domanda|mnuDistprod_9|9|si"),
-        QStringLiteral("3|-|mnuDistprod_10|10|si"),
-        QStringLiteral("3|Carico fornitura|mnuDistprod_11|11|si"),
-        QStringLiteral("2|-|mnuGestDist_4|4|si"),
-        QStringLiteral("2|Esci|mnuGestDist_5|5|si"),
-        QStringLiteral("1|Funzioni di sistema|Sistema||si"),
-        QStringLiteral("2|Inizializza Distilleria|mnuSistema_1|1|si"),
-        QStringLiteral("2|Archivi|mnuSistema_2|2|si"),
-        QStringLiteral("3|Backup|mnuAr_0|0|si"),
-        QStringLiteral("3|Restore|mnuAr_1|1|si"),
-        QStringLiteral("2|Registro errori|mnuSistema_3|3|si"),
-        QStringLiteral("1|Versione|mnVer||si"),
-        QStringLiteral("1|Help|mnuhelp||si"),
+        u"1|Gestione|mnuGest||si"_s, u"2|Fatturazione|mnuGestDist_1|1|si"_s,
+        u"3|Domande|mnuDist_1|1|si"_s, u"3|Fatture|mnuDist_2|2|si"_s, u"3|-|mnuDist_3|3|si"_s,
+        u"3|Cambio N° Domanda|mnuDist_4|4|si"_s, u"3|-|mnuDist_5|5|si"_s, u"3|Stampe|mnuDist_6|6|si"_s,
+        u"3|Stampe Bolle|mnuDist_7|7|no"_s, u"3|-|mnuDist_8|8|si"_s, u"3|Scarico Domande|mnuDist_9|9|si"_s,
+        u"3|-|mnuDist_10|10|si"_s, u"3|Carico fornitura|mnuDist_11|11|si"_s,
+        u"2|-|mnuGestDist_2|2|si"_s, u"2|Conferimenti|mnuGestDist_3|3|si"_s,
+        u"3|Domande|mnuDistprod_1|1|si"_s, u"3|Produttore|mnuDistprod_2|2|no"_s,
+        u"3|Certificati UTF|mnuDistprod_3|3|si"_s, u"3|-|mnuDistprod_4|4|si"_s, u"3|Cambio N° |mnuDistprod_5|5|si"_s,
+        u"4|Domanda|mnuDistCambio_1|1|si"_s, u"4|Certificato UTF|mnuDistCambio_2|2|si"_s,
+        u"3|-|mnuDistprod_6|6|si"_s, u"3|Stampe riepilogative|mnuDistprod_7|7|si"_s,
+        u"4|Domanda|mnuDistprodstampa_1|1|si"_s, u"4|Prospetto a saldo|mnuDistprodstampa_2|2|no"_s,
+        u"4|UTF|mnuDistprodstampa_3|3|si"_s,
+        u"3|-|mnuDistprod_8|8|si"_s, u"3|Scarica Domanda|mnuDistprod_9|9|si"_s, u"3|-|mnuDistprod_10|10|si"_s,
+        u"3|Carico fornitura|mnuDistprod_11|11|si"_s,
+        u"2|-|mnuGestDist_4|4|si"_s, u"2|Esci|mnuGestDist_5|5|si"_s,
+        u"1|Funzioni di sistema|Sistema||si"_s, u"2|Inizializza Distilleria|mnuSistema_1|1|si"_s,
+        u"2|Archivi|mnuSistema_2|2|si"_s, u"3|Backup|mnuAr_0|0|si"_s, u"3|Restore|mnuAr_1|1|si"_s,
+        u"2|Registro errori|mnuSistema_3|3|si"_s,
+        u"1|Versione|mnVer||si"_s, u"1|Help|mnuhelp||si"_s,
     };
     EXPECT_EQ(righe, attese);
 }
 
-TEST_F(Menu, OgniVoceImpostaCodiceTitoloEApreLaSuaMaschera)
+TEST_F(Menu, OgniVoceImpostaCodiceTitoloEApreLaSuaMascheraFigliaDelMenu)
 {
-    const QString lungo = QStringLiteral("Domande di aiuto alla distillazione facoltativa (Art.29)");
-    const struct {
-        const char* voce;
-        int codice;
-        QString titolo;
-        QString maschera;
-    } casi[] = {
-        {"mnuDist_1", 0, QStringLiteral(" Domande "), QStringLiteral("FrmSelezione")},
-        {"mnuDist_2", 1, QStringLiteral(" Fatture "), QStringLiteral("FrmSelezione")},
-        {"mnuDist_4", 3, QStringLiteral(" Cambio Num. Domande "), QStringLiteral("FrmSelezione")},
-        {"mnuDist_9", 4, QStringLiteral(" Scarico della Domanda "), QStringLiteral("FrmSelezione")},
-        {"mnuDist_6", 5, QStringLiteral("Stampa Domanda "), QStringLiteral("FrmSelezione")},
-        {"mnuDist_11", 6, QStringLiteral(" Carico della Domanda "), QStringLiteral("frmCarico")},
-        {"mnuDistprod_1", 7, QStringLiteral(" Domande del distillatore "), QStringLiteral("FrmProduttori_Selezione")},
-        {"mnuDistprod_3", 11, QStringLiteral(" Certificato UTF "), QStringLiteral("FrmProduttori_Selezione")},
-        {"mnuDistCambio_1", 12, QStringLiteral(" Cambio Num. Domande del Produttore"),
-         QStringLiteral("FrmProduttori_Selezione")},
-        {"mnuDistCambio_2", 13, QStringLiteral(" Cambio Num. Certificato Utf"), QStringLiteral("FrmProduttori_Selezione")},
-        {"mnuDistprod_11", 14, QStringLiteral(" Carico ") + lungo, QStringLiteral("FrmProduttore_carico")},
-        {"mnuDistprod_9", 16, QStringLiteral(" Scarico delle Domande distillatore "),
-         QStringLiteral("FrmProduttori_Selezione")},
-        {"mnuDistprodstampa_1", 18, QStringLiteral("Stampa Domanda del distillatore"),
-         QStringLiteral("FrmProduttori_Selezione")},
-        {"mnuDistprodstampa_3", 19, QStringLiteral("Stampa UTF "), QStringLiteral("FrmProduttori_Selezione")},
+    const struct { const char* voce; int codice; QString titolo, maschera; } casi[] = {
+        {"mnuDist_1", 0, u" Domande "_s, u"FrmSelezione"_s},
+        {"mnuDist_2", 1, u" Fatture "_s, u"FrmSelezione"_s},
+        {"mnuDist_4", 3, u" Cambio Num. Domande "_s, u"FrmSelezione"_s},
+        {"mnuDist_9", 4, u" Scarico della Domanda "_s, u"FrmSelezione"_s},
+        {"mnuDist_6", 5, u"Stampa Domanda "_s, u"FrmSelezione"_s},
+        {"mnuDist_11", 6, u" Carico della Domanda "_s, u"frmCarico"_s},
+        {"mnuDistprod_1", 7, u" Domande del distillatore "_s, u"FrmProduttori_Selezione"_s},
+        {"mnuDistprod_3", 11, u" Certificato UTF "_s, u"FrmProduttori_Selezione"_s},
+        {"mnuDistCambio_1", 12, u" Cambio Num. Domande del Produttore"_s, u"FrmProduttori_Selezione"_s},
+        {"mnuDistCambio_2", 13, u" Cambio Num. Certificato Utf"_s, u"FrmProduttori_Selezione"_s},
+        {"mnuDistprod_11", 14, u" Carico "_s + TitoloLungo, u"FrmProduttore_carico"_s},
+        {"mnuDistprod_9", 16, u" Scarico delle Domande distillatore "_s, u"FrmProduttori_Selezione"_s},
+        {"mnuDistprodstampa_1", 18, u"Stampa Domanda del distillatore"_s, u"FrmProduttori_Selezione"_s},
+        {"mnuDistprodstampa_3", 19, u"Stampa UTF "_s, u"FrmProduttori_Selezione"_s},
     };
+    for (const QString& nome : {u"FrmSelezione"_s, u"frmCarico"_s, u"FrmProduttori_Selezione"_s, u"FrmProduttore_carico"_s})
+        Finta(nome);
     for (const auto& c : casi) {
         SCOPED_TRACE(c.voce);
-        int create = 0;
-        AnnullaRegistrazioni();
-        RegistraFinta(c.maschera, &create);
+        create.clear();
         FrmMenu::Scarica();
         FrmMenu& m = Apri();
-        sessione().OperazioneCorrente = QVariant();
-        sessione().TitoloMaschera.clear();
-
-        VoceDi(m, c.voce)->trigger();
-
+        Clic(c.voce);
         EXPECT_EQ(sessione().OperazioneCorrente, QVariant(c.codice));
         EXPECT_EQ(sessione().TitoloMaschera, c.titolo);
-        EXPECT_EQ(create, 1);
-        QWidget* aperta = m.MascheraAperta(c.maschera);
-        ASSERT_NE(aperta, nullptr);
-        EXPECT_EQ(aperta->objectName(), c.maschera);
+        EXPECT_EQ(create, (QMap<QString, int>{{c.maschera, 1}}));
         ASSERT_EQ(m.AreaMdi()->subWindowList().size(), 1);
-        EXPECT_EQ(m.AreaMdi()->subWindowList()[0]->widget(), aperta) << "figlia della finestra principale";
+        EXPECT_EQ(m.AreaMdi()->subWindowList()[0]->widget(), m.MascheraAperta(c.maschera));
     }
-}
-
-TEST_F(Menu, SenzaMascheraRegistrataLaVoceImpostaSoloCodiceETitolo)
-{
-    FrmMenu& m = Apri();
-    VoceDi(m, "mnuDistprod_3")->trigger();
-    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(11));
-    EXPECT_EQ(sessione().TitoloMaschera, QStringLiteral(" Certificato UTF "));
-    EXPECT_TRUE(m.AreaMdi()->subWindowList().isEmpty());
-    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
 TEST_F(Menu, UnaMascheraApertaVieneRiusataEDopoLaChiusuraRicreata)
 {
-    int create = 0;
-    RegistraFinta(QStringLiteral("FrmSelezione"), &create);
+    Finta(u"FrmSelezione"_s);
     FrmMenu& m = Apri();
-
-    VoceDi(m, "mnuDist_1")->trigger();
-    QPointer<QWidget> prima = m.MascheraAperta(QStringLiteral("FrmSelezione"));
+    Clic("mnuDist_1");
+    QPointer<QWidget> prima = m.MascheraAperta(u"FrmSelezione"_s);
     // "Fatture" con "Domande" aperta: stessa maschera, operazione cambiata sotto di lei.
-    VoceDi(m, "mnuDist_2")->trigger();
-    EXPECT_EQ(create, 1);
-    EXPECT_EQ(m.MascheraAperta(QStringLiteral("FrmSelezione")), prima.data());
-    EXPECT_EQ(m.AreaMdi()->subWindowList().size(), 1);
+    Clic("mnuDist_2");
+    EXPECT_EQ(create[u"FrmSelezione"_s], 1);
+    EXPECT_EQ(m.MascheraAperta(u"FrmSelezione"_s), prima.data());
     EXPECT_EQ(sessione().OperazioneCorrente, QVariant(1));
-    EXPECT_EQ(sessione().TitoloMaschera, QStringLiteral(" Fatture "));
 
     // Chiusa la maschera ("unload"), il clic successivo la ricrea.
     m.AreaMdi()->subWindowList()[0]->close();
     EXPECT_TRUE(QTest::qWaitFor([&] { return prima.isNull(); }, 2000));
-    EXPECT_EQ(m.MascheraAperta(QStringLiteral("FrmSelezione")), nullptr);
-    VoceDi(m, "mnuDist_1")->trigger();
-    EXPECT_EQ(create, 2);
-    EXPECT_NE(m.MascheraAperta(QStringLiteral("FrmSelezione")), nullptr);
+    EXPECT_EQ(m.MascheraAperta(u"FrmSelezione"_s), nullptr);
+    Clic("mnuDist_1");
+    EXPECT_EQ(create[u"FrmSelezione"_s], 2);
+    EXPECT_NE(m.MascheraAperta(u"FrmSelezione"_s), nullptr);
 }
 
-TEST_F(Menu, LeVociSpenteNonSiPossonoCliccare)
+TEST_F(Menu, VociSpenteDiSistemaVersioneEHelp)
 {
-    int stampe = 0;
-    int produttore = 0;
+    int stampe = 0, backup = 0, restore = 0;
     RegistraAzione(NomiAzioni::StampaBolleMenu, [&] { ++stampe; });
-    RegistraFinta(QStringLiteral("FrmProduttore"), &produttore);
-    FrmMenu& m = Apri();
-    sessione().OperazioneCorrente = QVariant(0);
-    sessione().TitoloMaschera = QStringLiteral(" Domande ");
-
-    for (const char* voce : {"mnuDist_7", "mnuDistprod_2", "mnuDistprodstampa_2"})
-        VoceDi(m, voce)->trigger();
-
-    EXPECT_EQ(stampe, 0);
-    EXPECT_EQ(produttore, 0);
-    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(0));
-    EXPECT_EQ(sessione().TitoloMaschera, QStringLiteral(" Domande "));
-
-    // I gestori esistono comunque.
-    m.mnuDist_Click(7);
-    EXPECT_EQ(stampe, 1);
-    EXPECT_EQ(sessione().TitoloMaschera, QStringLiteral("Stampa Bolle "));
-    m.mnuDistprod_Click(2);
-    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(8));
-    EXPECT_EQ(sessione().TitoloMaschera, QStringLiteral(" Produttore "));
-    EXPECT_EQ(produttore, 1);
-}
-
-TEST_F(Menu, VociDiSistemaVersioneEHelp)
-{
-    int inizializza = 0, about = 0, help = 0, backup = 0, restore = 0;
-    RegistraFinta(QStringLiteral("frmInizializza"), &inizializza, Apertura::Modale);
-    RegistraFinta(QStringLiteral("frmAbout"), &about, Apertura::Modale);
-    RegistraFinta(QStringLiteral("FrmHelp"), &help, Apertura::Modale);
     RegistraAzione(NomiAzioni::Backup, [&] { ++backup; });
     RegistraAzione(NomiAzioni::Restore, [&] { ++restore; });
+    Finta(u"FrmProduttore"_s);
+    for (const QString& nome : {u"frmInizializza"_s, u"frmAbout"_s, u"FrmHelp"_s})
+        Finta(nome, Apertura::Modale);
     FrmMenu& m = Apri();
-    sessione().OperazioneCorrente = QVariant(5);
+    sessione().OperazioneCorrente = QVariant(0);
+    sessione().TitoloMaschera = u" Domande "_s;
+    // Le voci spente non rispondono al clic.
+    for (const char* voce : {"mnuDist_7", "mnuDistprod_2", "mnuDistprodstampa_2"})
+        Clic(voce);
+    EXPECT_EQ(stampe, 0);
+    EXPECT_TRUE(create.isEmpty());
+    EXPECT_EQ(sessione().TitoloMaschera, u" Domande "_s);
+    // Una maschera non ancora registrata: la voce imposta codice e titolo, e basta.
+    Clic("mnuDistprod_3");
+    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(11));
 
-    VoceDi(m, "mnuSistema_1")->trigger();
-    EXPECT_EQ(inizializza, 1);
-    EXPECT_EQ(sessione().TitoloMaschera, QStringLiteral(" Inizializza Distilleria "));
-    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(5)) << "nessun codice per questa voce";
-    EXPECT_EQ(m.findChild<QDialog*>(QStringLiteral("frmInizializza")), nullptr) << "scaricata alla chiusura";
-
-    VoceDi(m, "mnuAr_0")->trigger();
-    VoceDi(m, "mnuAr_1")->trigger();
-    VoceDi(m, "mnuAr_1")->trigger();
-    EXPECT_EQ(backup, 1);
-    EXPECT_EQ(restore, 2);
-
-    VoceDi(m, "mnVer")->trigger();
-    VoceDi(m, "mnuhelp")->trigger();
-    EXPECT_EQ(about, 1);
-    EXPECT_EQ(help, 1);
-    EXPECT_TRUE(m.AreaMdi()->subWindowList().isEmpty()) << "le modali non sono figlie MDI";
+    // Le voci di sistema non danno un codice; le modali non sono figlie MDI.
+    Clic("mnuSistema_1");
+    EXPECT_EQ(sessione().TitoloMaschera, u" Inizializza Distilleria "_s);
+    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(11));
+    EXPECT_EQ(m.findChild<QDialog*>(u"frmInizializza"_s), nullptr) << "scaricata alla chiusura";
+    for (const char* voce : {"mnuAr_0", "mnuAr_1", "mnuAr_1", "mnVer", "mnuhelp"})
+        Clic(voce);
+    EXPECT_EQ(std::pair(backup, restore), std::pair(1, 2));
+    EXPECT_EQ(create, (QMap<QString, int>{{u"frmInizializza"_s, 1}, {u"frmAbout"_s, 1}, {u"FrmHelp"_s, 1}}));
+    EXPECT_TRUE(m.AreaMdi()->subWindowList().isEmpty());
 }
 
-TEST_F(Menu, UscitaConNoLasciaTuttoComEra)
+TEST_F(Menu, UscitaConNoLasciaTuttoComEraConSiTermina)
 {
-    int create = 0;
-    RegistraFinta(QStringLiteral("FrmSelezione"), &create);
+    Finta(u"FrmSelezione"_s);
     FrmMenu& m = Apri();
-    VoceDi(m, "mnuDist_1")->trigger();
-
+    Clic("mnuDist_1");
     // Da "Esci" e dal pulsante di chiusura della finestra: la stessa domanda.
     script->Rispondi(RispostaMsg::No);
-    VoceDi(m, "mnuGestDist_5")->trigger();
+    Clic("mnuGestDist_5");
     script->Rispondi(RispostaMsg::No);
     m.close();
-
-    ASSERT_EQ(script->messaggi.size(), 2);
-    for (const MessaggioRegistrato& d : script->messaggi) {
-        EXPECT_EQ(d.testo, QStringLiteral("Abbandonare la sessione di lavoro ?"));
-        EXPECT_EQ(d.stile, 36);
-        EXPECT_EQ(d.titolo, QStringLiteral("Domande di aiuto alla distillazione facoltativa (Art.29)"));
-    }
-    EXPECT_FALSE(script->terminato);
     EXPECT_TRUE(m.isVisible());
-    EXPECT_NE(m.MascheraAperta(QStringLiteral("FrmSelezione")), nullptr);
     EXPECT_EQ(m.AreaMdi()->subWindowList().size(), 1);
     EXPECT_TRUE(sessione().DbDistilleria && sessione().DbDistilleria->aperto());
-}
 
-TEST_F(Menu, UscitaConSiTermina)
-{
-    FrmMenu& m = Apri();
     script->Rispondi(RispostaMsg::Si);
-    EXPECT_THROW(VoceDi(m, "mnuGestDist_5")->trigger(), ProcessoTerminato);
-    ASSERT_EQ(script->messaggi.size(), 1);
-    EXPECT_EQ(script->messaggi[0].testo, QStringLiteral("Abbandonare la sessione di lavoro ?"));
-    EXPECT_TRUE(script->terminato);
+    EXPECT_THROW(Clic("mnuGestDist_5"), ProcessoTerminato);
+    const MessaggioRegistrato domanda{u"Abbandonare la sessione di lavoro ?"_s, 36, TitoloLungo};
+    EXPECT_EQ(script->messaggi, (Messaggi{domanda, domanda, domanda}));
 }
 
 }  // namespace

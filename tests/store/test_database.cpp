@@ -1,280 +1,203 @@
 // Facciata del database: apertura e suoi errori, letture e scritture,
 // regole su Null e maiuscole, funzioni SQL del dialetto, definizioni e viste.
 #include "common/errore.h"
-#include "support/errori_prova.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 #include "support/cartella_prova.h"
+#include "support/errori_prova.h"
+#include "support/verifiche.h"
 
 #include <QCryptographicHash>
 #include <QFile>
 #include <QProcess>
-#include <QSqlDatabase>
-#include <QSqlQuery>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
 
+using namespace Qt::StringLiterals;
 
+// Impronta del contenuto, vuota se il file non c'è.
 QByteArray Impronta(const QString& percorso)
 {
     QFile f(percorso);
-    f.open(QIODevice::ReadOnly);
-    return QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
+    return f.open(QIODevice::ReadOnly) ? QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256)
+                                       : QByteArray();
 }
 
-class Apertura : public ::testing::Test {
-protected:
+TEST(Apertura, OgniFileCheNonSiApreDaIlSuoNumeroENonVieneToccato)
+{
     CartellaProva cartella;
-};
-
-TEST_F(Apertura, DatabaseConsegnatoConPasswordGiusta)
-{
-    auto db = Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb);
-    ASSERT_TRUE(db->aperto());
-    EXPECT_EQ(db->Name(), cartella.percorsoDatabase());
-}
-
-TEST_F(Apertura, FileAssenteDa3024ESenzaCrearlo)
-{
-    const QString percorso = cartella.cartella() + QStringLiteral("/database/manca.mdb");
-    try {
-        Database::Apri(percorso, false, ConnessioneDb);
-        FAIL() << "nessun errore";
-    } catch (const ErroreSistema& e) {
-        EXPECT_EQ(e.numero(), 3024);
-        EXPECT_TRUE(e.descrizione().contains(QStringLiteral("manca.mdb")));
-    }
-    EXPECT_FALSE(QFile::exists(percorso));
-}
-
-TEST_F(Apertura, PasswordErrataDa3031ENonTocca)
-{
-    const QByteArray prima = Impronta(cartella.percorsoDatabase());
-    EXPECT_EQ(NumeroErrore([&] { Database::Apri(cartella.percorsoDatabase(), false, QStringLiteral(";PWD=cedro5")); }),
-              3031);
-    EXPECT_EQ(NumeroErrore([&] { Database::Apri(cartella.percorsoDatabase(), false, QString()); }), 3031);
-    EXPECT_EQ(Impronta(cartella.percorsoDatabase()), prima);
-}
-
-TEST_F(Apertura, FileCheNonEUnDatabaseDa3343ENonVieneToccato)
-{
-    const QString percorso = cartella.cartella() + QStringLiteral("/finto.mdb");
+    const QString consegnato = cartella.percorsoDatabase();
+    const QString testo = cartella.cartella() + u"/testo.mdb"_s, estraneo = cartella.cartella() + u"/estraneo.db"_s;
     {
-        QFile f(percorso);
+        QFile f(testo);
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
         f.write(QByteArray("Questo non è un database, solo testo.\r\n").repeated(200));
     }
-    const QByteArray prima = Impronta(percorso);
-    EXPECT_EQ(NumeroErrore([&] { Database::Apri(percorso, false, ConnessioneDb); }), 3343);
-    EXPECT_EQ(Impronta(percorso), prima);
-}
-
-TEST_F(Apertura, DatabaseSqliteEstraneoDa3343)
-{
-    const QString percorso = cartella.cartella() + QStringLiteral("/altro.db");
-    {
-        QSqlDatabase c = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("estraneo"));
-        c.setDatabaseName(percorso);
-        ASSERT_TRUE(c.open());
-        QSqlQuery(c).exec(QStringLiteral("CREATE TABLE T (A TEXT)"));
-        c.close();
+    ASSERT_EQ(QProcess::execute(u"sqlite3"_s, {estraneo, u"CREATE TABLE T (A TEXT);"_s}), 0);
+    const struct { const char* caso; QString percorso, connessione; int numero; } casi[] = {
+        {"password giusta", consegnato, ConnessioneDb, 0},
+        {"file assente: non si crea", cartella.cartella() + u"/manca.mdb"_s, ConnessioneDb, 3024},
+        {"password errata", consegnato, u";PWD=cedro5"_s, 3031},
+        {"senza password", consegnato, QString(), 3031},
+        {"testo, non un database", testo, ConnessioneDb, 3343},
+        {"database SQLite estraneo, senza password", estraneo, ConnessioneDb, 3343},
+    };
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.caso);
+        const QByteArray prima = Impronta(c.percorso);
+        std::unique_ptr<Database> db;
+        EXPECT_EQ(NumeroErrore([&] { db = Database::Apri(c.percorso, false, c.connessione); }), c.numero);
+        EXPECT_EQ(db && db->aperto() && db->Name() == c.percorso, c.numero == 0);
+        if (db)
+            db->Close();
+        EXPECT_EQ(Impronta(c.percorso), prima);
     }
-    QSqlDatabase::removeDatabase(QStringLiteral("estraneo"));
-    EXPECT_EQ(NumeroErrore([&] { Database::Apri(percorso, false, ConnessioneDb); }), 3343);
+    // Nello stesso processo: in uso finché l'apertura esclusiva non si chiude.
+    auto esclusivo = Database::Apri(consegnato, true, ConnessioneDb);
+    EXPECT_EQ(NumeroErrore([&] { Database::Apri(consegnato, false, ConnessioneDb); }), 3045);
+    esclusivo->Close();
+    EXPECT_NO_THROW(Database::Apri(consegnato, false, ConnessioneDb));
 }
 
-TEST_F(Apertura, FileBloccatoInEsclusivaDa3045)
-{
-    auto primo = Database::Apri(cartella.percorsoDatabase(), true, ConnessioneDb);
-    EXPECT_EQ(NumeroErrore([&] { Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb); }), 3045);
-    primo->Close();
-    EXPECT_NO_THROW(Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb));
-}
-
-TEST_F(Apertura, FileBloccatoDaUnAltroProcessoDa3045)
+TEST(Apertura, FileBloccatoDaUnAltroProcessoDa3045)
 {
     // Un altro processo (la riga di comando di sqlite3) tiene il file in esclusiva.
+    CartellaProva cartella;
+    const QString percorso = cartella.percorsoDatabase();
     QProcess altro;
-    altro.start(QStringLiteral("sqlite3"), {cartella.percorsoDatabase()});
+    altro.start(u"sqlite3"_s, {percorso});
     ASSERT_TRUE(altro.waitForStarted()) << "sqlite3 non disponibile";
     altro.write("PRAGMA locking_mode=EXCLUSIVE;\nBEGIN EXCLUSIVE;\nSELECT 'pronto';\n");
     QByteArray uscita;
     while (!uscita.contains("pronto") && altro.waitForReadyRead(5000))
         uscita += altro.readAllStandardOutput();
     ASSERT_TRUE(uscita.contains("pronto")) << uscita.constData();
-    try {
-        Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb);
-        ADD_FAILURE() << "aperto nonostante il blocco";
-    } catch (const ErroreSistema& e) {
-        EXPECT_EQ(e.numero(), 3045);
-        EXPECT_EQ(e.descrizione(), QStringLiteral("Impossibile utilizzare '%1': file già in uso.").arg(cartella.percorsoDatabase()));
-    }
+    EXPECT_EQ(ErroreDi([&] { Database::Apri(percorso, false, ConnessioneDb); }),
+              u"3045 Impossibile utilizzare '%1': file già in uso."_s.arg(percorso));
     altro.write("COMMIT;\n.quit\n");
     altro.closeWriteChannel();
     ASSERT_TRUE(altro.waitForFinished(5000));
-    EXPECT_NO_THROW(Database::Apri(cartella.percorsoDatabase(), false, ConnessioneDb));
-}
-
-TEST(StringaConnessione, PasswordEstratta)
-{
-    EXPECT_EQ(PasswordDaConnessione(QStringLiteral(";PWD=cedro4")), QStringLiteral("cedro4"));
-    EXPECT_EQ(PasswordDaConnessione(QStringLiteral("ODBC;pwd=x;UID=y")), QStringLiteral("x"));
-    EXPECT_EQ(PasswordDaConnessione(QStringLiteral(";UID=y")), QString());
+    EXPECT_NO_THROW(Database::Apri(percorso, false, ConnessioneDb));
 }
 
 class Operazioni : public ProvaConDatabase {};
 
-TEST_F(Operazioni, ExecuteDaIRecordsAffected)
+TEST_F(Operazioni, ExecuteERecordsetInAvantiConNullENomiSenzaMaiuscole)
 {
-    for (const char* n : {"1", "2", "3"})
-        db().Execute(QStringLiteral("INSERT INTO DOMANDE (DOMANDA, STAM, SCAR) VALUES (?, 'S', 'S')"),
-                     {QString::fromLatin1(n)});
-    EXPECT_EQ(db().Execute(QStringLiteral("UPDATE DOMANDE SET STAM='N',SCAR='N' WHERE DOMANDA <> '2'")), 2);
-    EXPECT_EQ(db().RecordsAffected(), 2);
-    EXPECT_EQ(db().Execute(QStringLiteral("DELETE FROM DOMANDE WHERE DOMANDA = '9'")), 0);
-    EXPECT_EQ(db().RecordsAffected(), 0);
-}
-
-TEST_F(Operazioni, RecordsetInAvantiConNullENomiSenzaMaiuscole)
-{
-    Recordset vuoto = db().OpenRecordset(QStringLiteral("SELECT * FROM DOMANDE"));
+    Recordset vuoto = db().OpenRecordset(u"SELECT * FROM DOMANDE"_s);
     EXPECT_TRUE(vuoto.eof());
-    EXPECT_EQ(NumeroErrore([&] { vuoto.Fields(QStringLiteral("DOMANDA")); }), 3021);
+    EXPECT_EQ(NumeroErrore([&] { vuoto.Fields(u"DOMANDA"_s); }), 3021);
 
-    db().Execute(QStringLiteral("INSERT INTO DOMANDE (DOMANDA, PROGRESSIVO) VALUES ('00000000001', NULL)"));
-    db().Execute(QStringLiteral("INSERT INTO DOMANDE (DOMANDA, PROGRESSIVO) VALUES ('00000000002', '01')"));
-    Recordset rs = db().OpenRecordset(QStringLiteral("SELECT * FROM DOMANDE ORDER BY DOMANDA"));
+    db().Execute(u"INSERT INTO DOMANDE (DOMANDA, PROGRESSIVO) VALUES ('00000000001', NULL), ('00000000002', '01')"_s);
+    EXPECT_EQ(db().Execute(u"UPDATE DOMANDE SET STAM = 'N' WHERE DOMANDA <> '3'"_s), 2);
+    EXPECT_EQ(db().RecordsAffected(), 2);
+    EXPECT_EQ(db().Execute(u"DELETE FROM DOMANDE WHERE DOMANDA = '9'"_s), 0);
+
+    Recordset rs = db().OpenRecordset(u"SELECT * FROM DOMANDE ORDER BY DOMANDA"_s);
     ASSERT_FALSE(rs.eof());
-    EXPECT_EQ(rs.Fields(QStringLiteral("domanda")).testo(), QStringLiteral("00000000001"));
-    EXPECT_EQ(rs.Fields(QStringLiteral("Domanda")).testo(), rs.Fields(1).testo());
-    EXPECT_TRUE(rs.Fields(QStringLiteral("PROGRESSIVO")).isNull());
-    EXPECT_EQ(rs.Fields(QStringLiteral("PROGRESSIVO")).testo(), QString());
-    EXPECT_EQ(NumeroErrore([&] { rs.Fields(QStringLiteral("NON_ESISTE")); }), 3265);
+    EXPECT_EQ(rs.Fields(u"domanda"_s).testo(), u"00000000001"_s);
+    EXPECT_EQ(rs.Fields(u"Domanda"_s).testo(), rs.Fields(1).testo());
+    EXPECT_TRUE(rs.Fields(u"PROGRESSIVO"_s).isNull());
+    EXPECT_EQ(rs.Fields(u"PROGRESSIVO"_s).testo(), QString());
+    EXPECT_EQ(rs.Fields(u"PROGRESSIVO"_s).numero(), 0.0);
+    EXPECT_EQ(NumeroErrore([&] { rs.Fields(u"NON_ESISTE"_s); }), 3265);
     rs.MoveNext();
     ASSERT_FALSE(rs.eof());
-    EXPECT_EQ(rs.Fields(QStringLiteral("progressivo")).testo(), QStringLiteral("01"));
+    EXPECT_EQ(rs.Fields(u"progressivo"_s).testo(), u"01"_s);
     rs.MoveNext();
     EXPECT_TRUE(rs.eof());
     EXPECT_EQ(NumeroErrore([&] { rs.MoveNext(); }), 3021);
-}
 
-TEST_F(Operazioni, TestoConfrontatoSenzaMaiuscole)
-{
-    db().Execute(QStringLiteral("INSERT INTO FATTURE (CODI_FISC, DENOMINAZIONE) VALUES ('RSSMRA80A01H501U', 'Cantina Rossi')"));
-    EXPECT_FALSE(db().OpenRecordset(QStringLiteral("SELECT 1 FROM FATTURE WHERE CODI_FISC = ?"),
-                                    {QStringLiteral("rssmra80a01h501u")}).eof());
-    EXPECT_FALSE(db().OpenRecordset(QStringLiteral("SELECT 1 FROM FATTURE WHERE DENOMINAZIONE LIKE 'CANT%'")).eof());
+    // Il testo si confronta senza riguardo alle maiuscole, anche con LIKE.
+    db().Execute(u"INSERT INTO FATTURE (CODI_FISC, DENOMINAZIONE) VALUES ('RSSMRA80A01H501U', 'Cantina Rossi')"_s);
+    EXPECT_EQ(Righe(db(), u"SELECT COUNT(*) FROM FATTURE WHERE CODI_FISC = ? AND DENOMINAZIONE LIKE 'CANT%'"_s,
+                    {u"rssmra80a01h501u"_s}),
+              QStringList{u"1"_s});
 }
 
 TEST_F(Operazioni, InserimentoERigaInteraConChiaveContatoreMaiRiusata)
 {
-    const qint64 primo = db().InserisciRiga(QStringLiteral("BOLLE"),
-                                            {{QStringLiteral("FK_ID_FATTURA"), 0}, {QStringLiteral("NUMERO_BOLLA"), QStringLiteral("B1")}});
-    const qint64 secondo = db().InserisciRiga(QStringLiteral("BOLLE"), {{QStringLiteral("NUMERO_BOLLA"), QStringLiteral("B2")}});
+    const qint64 primo = db().InserisciRiga(u"BOLLE"_s, {{u"FK_ID_FATTURA"_s, 0}, {u"NUMERO_BOLLA"_s, u"B1"_s}});
+    const qint64 secondo = db().InserisciRiga(u"BOLLE"_s, {{u"NUMERO_BOLLA"_s, u"B2"_s}});
     EXPECT_EQ(secondo, primo + 1);
-    db().Execute(QStringLiteral("DELETE FROM BOLLE WHERE ID_BOLLA = ?"), {secondo});
-    const qint64 terzo = db().InserisciRiga(QStringLiteral("BOLLE"), {{QStringLiteral("NUMERO_BOLLA"), QStringLiteral("B3")}});
-    EXPECT_EQ(terzo, secondo + 1);
-
-    EXPECT_EQ(db().AggiornaRiga(QStringLiteral("BOLLE"), {{QStringLiteral("GRADO"), QStringLiteral("12,5")}},
-                                QStringLiteral("WHERE ID_BOLLA = ?"), {primo}), 1);
-    Recordset rs = db().OpenRecordset(QStringLiteral("SELECT GRADO, FK_ID_FATTURA FROM BOLLE WHERE ID_BOLLA = ?"), {primo});
-    EXPECT_EQ(rs.Fields(QStringLiteral("GRADO")).testo(), QStringLiteral("12,5"));
-    EXPECT_EQ(rs.Fields(QStringLiteral("FK_ID_FATTURA")).intero(), 0);
+    db().Execute(u"DELETE FROM BOLLE WHERE ID_BOLLA = ?"_s, {secondo});
+    EXPECT_EQ(db().InserisciRiga(u"BOLLE"_s, {{u"NUMERO_BOLLA"_s, u"B3"_s}}), secondo + 1);
+    EXPECT_EQ(db().AggiornaRiga(u"BOLLE"_s, {{u"GRADO"_s, u"12,5"_s}}, u"WHERE ID_BOLLA = ?"_s, {primo}), 1);
+    EXPECT_EQ(Righe(db(), u"SELECT GRADO, FK_ID_FATTURA FROM BOLLE WHERE ID_BOLLA = ?"_s, {primo}),
+              QStringList{u"12,5|0"_s});
 }
 
 TEST_F(Operazioni, ErroriDelMotoreConINumeriNoti)
 {
-    EXPECT_EQ(NumeroErrore([&] { db().Execute(QStringLiteral("DELETE FROM TABELLA_CHE_NON_CE")); }), 3078);
-    EXPECT_EQ(NumeroErrore([&] { db().OpenRecordset(QStringLiteral("SELEC * FORM DOMANDE")); }), 3075);
-    EXPECT_EQ(NumeroErrore([&] { db().Execute(QStringLiteral("INSERT INTO TIPO_ARTICOLO_DOMANDA VALUES ('29')")); }),
-              3022);
+    EXPECT_EQ(NumeroErrore([&] { db().Execute(u"DELETE FROM TABELLA_CHE_NON_CE"_s); }), 3078);
+    EXPECT_EQ(NumeroErrore([&] { db().OpenRecordset(u"SELEC * FORM DOMANDE"_s); }), 3075);
+    EXPECT_EQ(NumeroErrore([&] { db().Execute(u"INSERT INTO TIPO_ARTICOLO_DOMANDA VALUES ('29')"_s); }), 3022);
     db().Close();
-    EXPECT_NE(NumeroErrore([&] { db().Execute(QStringLiteral("DELETE FROM LOGERR")); }), 0);
+    EXPECT_NE(NumeroErrore([&] { db().Execute(u"DELETE FROM LOGERR"_s); }), 0);
 }
 
 TEST_F(Operazioni, FunzioniSqlConLaVirgolaDecimale)
 {
-    auto valore = [&](const QString& espressione) {
-        Recordset rs = db().OpenRecordset(QStringLiteral("SELECT ") + espressione + QStringLiteral(" AS V"));
-        return rs.Fields(QStringLiteral("V"));
+    const struct { const char *espressione, *atteso; } casi[] = {
+        {"CDBL('12,5')", "12,5"}, {"CDBL('1.234,5')", "1234,5"}, {"CDBL(7)", "7"},
+        {"CDBL(IIF(TRIM(IFNULL(NULL,''))='',0,NULL))", "0"},
+        {"CSNG('0,123456789')", "0,1234568"},  // singola precisione, attraverso 7 cifre
+        {"VAL('12abc')", "12"}, {"FORMAT(2.345,'#0.00')", "2,35"}, {"FORMAT(-2.345,'#0.00')", "-2,35"},
+        {"FORMAT('3,14159','#0.0000')", "3,1416"}, {"FORMAT(1234567.5,'#0.00')", "1234567,50"},
+        {"FORMAT(NULL,'#0.00') IS NULL", "1"},
+        {"MID('23/11/2005',7,4) || MID('23/11/2005',4,2) || MID('23/11/2005',1,2)", "20051123"},
+        {"MID('àbcdè',5)", "è"},
     };
-    EXPECT_DOUBLE_EQ(valore(QStringLiteral("CDBL('12,5')")).numero(), 12.5);
-    EXPECT_DOUBLE_EQ(valore(QStringLiteral("CDBL('1.234,5')")).numero(), 1234.5);
-    EXPECT_DOUBLE_EQ(valore(QStringLiteral("CDBL(7)")).numero(), 7.0);
-    EXPECT_EQ(NumeroErrore([&] { valore(QStringLiteral("CDBL('')")); }), 13);
-    EXPECT_EQ(NumeroErrore([&] { valore(QStringLiteral("CDBL('dodici')")); }), 13);
-    EXPECT_DOUBLE_EQ(valore(QStringLiteral("CDBL(IIF(TRIM(IFNULL(NULL,''))='',0,NULL))")).numero(), 0.0);
-    EXPECT_FLOAT_EQ(static_cast<float>(valore(QStringLiteral("CSNG('0,1')")).numero()), 0.1f);
-    EXPECT_DOUBLE_EQ(valore(QStringLiteral("VAL('12abc')")).numero(), 12.0);
-    EXPECT_EQ(valore(QStringLiteral("FORMAT(2.345,'#0.00')")).testo(), QStringLiteral("2,35"));
-    EXPECT_EQ(valore(QStringLiteral("FORMAT(-2.345,'#0.00')")).testo(), QStringLiteral("-2,35"));
-    EXPECT_EQ(valore(QStringLiteral("FORMAT('3,14159','#0.0000')")).testo(), QStringLiteral("3,1416"));
-    EXPECT_EQ(valore(QStringLiteral("FORMAT(1234567.5,'#0.00')")).testo(), QStringLiteral("1234567,50"));
-    EXPECT_TRUE(valore(QStringLiteral("FORMAT(NULL,'#0.00')")).isNull());
-    EXPECT_EQ(valore(QStringLiteral("MID('23/11/2005',7,4) || MID('23/11/2005',4,2) || MID('23/11/2005',1,2)")).testo(),
-              QStringLiteral("20051123"));
-    EXPECT_EQ(valore(QStringLiteral("MID('àbcdè',5)")).testo(), QStringLiteral("è"));
+    for (const auto& c : casi)
+        EXPECT_EQ(Righe(db(), u"SELECT "_s + QString::fromUtf8(c.espressione)), QStringList{QString::fromUtf8(c.atteso)});
+    // CDBL('') fallisce come nel motore originale.
+    for (const char* testo : {"''", "'dodici'"})
+        EXPECT_EQ(NumeroErrore([&] { Righe(db(), u"SELECT CDBL(%1)"_s.arg(QLatin1String(testo))); }), 13) << testo;
 }
 
 TEST_F(Operazioni, SommeEOrdinamentiComeNelleListe)
 {
     for (const char* q : {"10,5", "0,25", "2"})
-        db().Execute(QStringLiteral("INSERT INTO FATTURE (ID_DOMANDA, NUME_FATT, QTA_PROD, IMPO) VALUES (1, ?, ?, ?)"),
+        db().Execute(u"INSERT INTO FATTURE (ID_DOMANDA, NUME_FATT, QTA_PROD, IMPO) VALUES (1, ?, ?, ?)"_s,
                      {QString::fromLatin1(q).left(2), QString::fromLatin1(q), QString::fromLatin1(q)});
-    Recordset somma = db().OpenRecordset(QStringLiteral(
-        "SELECT format(Sum(CDBL(FATTURE.QTA_PROD)*10000)/10000,'#0.0000') AS Q, format(Sum(CDBL(FATTURE.IMPO)),'#0.00') AS I "
-        "FROM FATTURE WHERE ID_DOMANDA = 1"));
-    EXPECT_EQ(somma.Fields(QStringLiteral("Q")).testo(), QStringLiteral("12,7500"));
-    EXPECT_EQ(somma.Fields(QStringLiteral("I")).testo(), QStringLiteral("12,75"));
-
-    Recordset ordine = db().OpenRecordset(QStringLiteral("SELECT NUME_FATT FROM FATTURE ORDER BY VAL(FATTURE.NUME_FATT)"));
-    QStringList numeri;
-    for (; !ordine.eof(); ordine.MoveNext())
-        numeri << ordine.Fields(0).testo();
-    EXPECT_EQ(numeri, (QStringList{QStringLiteral("0,"), QStringLiteral("2"), QStringLiteral("10")}));
+    EXPECT_EQ(Righe(db(), u"SELECT format(Sum(CDBL(FATTURE.QTA_PROD)*10000)/10000,'#0.0000'), "
+                          "format(Sum(CDBL(FATTURE.IMPO)),'#0.00') FROM FATTURE WHERE ID_DOMANDA = 1"_s),
+              QStringList{u"12,7500|12,75"_s});
+    EXPECT_EQ(Righe(db(), u"SELECT NUME_FATT FROM FATTURE ORDER BY VAL(FATTURE.NUME_FATT)"_s),
+              (QStringList{u"0,"_s, u"2"_s, u"10"_s}));
 }
 
 TEST_F(Operazioni, TabelleEVisteDaDefinire)
 {
-    db().CreaTabella(QStringLiteral("PROVA"), {{QStringLiteral("ID"), TipoCampo::Intero, 4, AttributoCampo::Contatore},
-                                              {QStringLiteral("NOME"), TipoCampo::Testo, 10, AttributoCampo::LunghezzaVariabile}});
-    EXPECT_TRUE(db().TableDefs().contains(QStringLiteral("PROVA")));
-    EXPECT_EQ(db().ColonneTabella(QStringLiteral("PROVA")), (QStringList{QStringLiteral("ID"), QStringLiteral("NOME")}));
-    EXPECT_EQ(NumeroErrore([&] { db().CreaTabella(QStringLiteral("prova"), {}); }), 3010);
-    db().EliminaTabella(QStringLiteral("prova"));
-    EXPECT_FALSE(db().EsisteTabella(QStringLiteral("PROVA")));
-    EXPECT_EQ(NumeroErrore([&] { db().EliminaTabella(QStringLiteral("PROVA")); }), 3265);
+    db().CreaTabella(u"PROVA"_s, {{u"ID"_s, TipoCampo::Intero, 4, AttributoCampo::Contatore},
+                                  {u"NOME"_s, TipoCampo::Testo, 10, AttributoCampo::LunghezzaVariabile}});
+    EXPECT_EQ(db().ColonneTabella(u"PROVA"_s), (QStringList{u"ID"_s, u"NOME"_s}));
+    EXPECT_EQ(NumeroErrore([&] { db().CreaTabella(u"prova"_s, {}); }), 3010);
+    db().EliminaTabella(u"prova"_s);
+    EXPECT_FALSE(db().EsisteTabella(u"PROVA"_s));
+    EXPECT_EQ(NumeroErrore([&] { db().EliminaTabella(u"PROVA"_s); }), 3265);
 
-    db().CreaQuery(QStringLiteral("sqlReportUTF"), QStringLiteral("SELECT * FROM TAB_UTF WHERE iD_DOMANDA = 1"));
-    EXPECT_TRUE(db().QueryDefs().contains(QStringLiteral("sqlReportUTF")));
-    EXPECT_TRUE(db().OpenRecordset(QStringLiteral("SELECT * FROM sqlReportUTF")).eof());
-    db().EliminaQuery(QStringLiteral("SQLREPORTUTF"));
-    EXPECT_FALSE(db().QueryDefs().contains(QStringLiteral("sqlReportUTF")));
-    EXPECT_EQ(NumeroErrore([&] { db().EliminaQuery(QStringLiteral("sqlReportUTF")); }), 3265);
+    db().CreaQuery(u"sqlReportUTF"_s, u"SELECT * FROM TAB_UTF WHERE iD_DOMANDA = 1"_s);
+    EXPECT_TRUE(db().QueryDefs().contains(u"sqlReportUTF"_s));
+    EXPECT_TRUE(db().OpenRecordset(u"SELECT * FROM sqlReportUTF"_s).eof());
+    db().EliminaQuery(u"SQLREPORTUTF"_s);
+    EXPECT_FALSE(db().QueryDefs().contains(u"sqlReportUTF"_s));
+    EXPECT_EQ(NumeroErrore([&] { db().EliminaQuery(u"sqlReportUTF"_s); }), 3265);
 }
 
 TEST_F(Operazioni, VisteDiStampaConsegnate)
 {
-    const qint64 domanda = db().InserisciRiga(QStringLiteral("DOMANDE"),
-        {{QStringLiteral("DOMANDA"), QStringLiteral("00000000042")}, {QStringLiteral("PROGRESSIVO"), QStringLiteral("01")},
-         {QStringLiteral("TIPO_ARTICOLO"), QStringLiteral("29")}, {QStringLiteral("ID_VARIETA"), 1}});
-    const qint64 fattura = db().InserisciRiga(QStringLiteral("FATTURE"),
-        {{QStringLiteral("ID_DOMANDA"), domanda}, {QStringLiteral("NUME_FATT"), QStringLiteral("7")},
-         {QStringLiteral("ID_LAVORAZIONE"), 1}});
-    db().InserisciRiga(QStringLiteral("BOLLE"), {{QStringLiteral("FK_ID_FATTURA"), fattura}, {QStringLiteral("NUMERO_BOLLA"), QStringLiteral("B9")}});
-
-    Recordset rs = db().OpenRecordset(QStringLiteral("SELECT * FROM Queryreport WHERE DOMANDA = '00000000042' AND PROGRESSIVO = '01'"));
-    ASSERT_FALSE(rs.eof());
-    EXPECT_EQ(rs.Fields(QStringLiteral("NUME_FATT")).testo(), QStringLiteral("7"));
-    EXPECT_EQ(rs.Fields(QStringLiteral("CODI_PROD")).testo(), QStringLiteral("AGR"));
-    EXPECT_EQ(rs.Fields(QStringLiteral("CODI_LAVO")).testo(), QStringLiteral("VDT"));
-    Recordset bolle = db().OpenRecordset(QStringLiteral("SELECT * FROM Queryreport_bolle WHERE DOMANDA = '00000000042'"));
-    ASSERT_FALSE(bolle.eof());
-    EXPECT_EQ(bolle.Fields(QStringLiteral("NUMERO_BOLLA")).testo(), QStringLiteral("B9"));
-    EXPECT_EQ(bolle.Fields(QStringLiteral("PROGRESSIVO")).testo(), QStringLiteral("01"));
+    const qint64 domanda = db().InserisciRiga(u"DOMANDE"_s, {{u"DOMANDA"_s, u"00000000042"_s}, {u"PROGRESSIVO"_s, u"01"_s},
+                                                            {u"TIPO_ARTICOLO"_s, u"29"_s}, {u"ID_VARIETA"_s, 1}});
+    const qint64 fattura = db().InserisciRiga(
+        u"FATTURE"_s, {{u"ID_DOMANDA"_s, domanda}, {u"NUME_FATT"_s, u"7"_s}, {u"ID_LAVORAZIONE"_s, 1}});
+    db().InserisciRiga(u"BOLLE"_s, {{u"FK_ID_FATTURA"_s, fattura}, {u"NUMERO_BOLLA"_s, u"B9"_s}});
+    EXPECT_EQ(Righe(db(), u"SELECT NUME_FATT, CODI_PROD, CODI_LAVO FROM Queryreport "
+                          "WHERE DOMANDA = '00000000042' AND PROGRESSIVO = '01'"_s),
+              QStringList{u"7|AGR|VDT"_s});
+    EXPECT_EQ(Righe(db(), u"SELECT NUMERO_BOLLA, PROGRESSIVO FROM Queryreport_bolle WHERE DOMANDA = '00000000042'"_s),
+              QStringList{u"B9|01"_s});
 }
 
 }  // namespace
