@@ -3,6 +3,7 @@
 #include "common/errore.h"
 #include "deliveries/CalcoloAiuti.h"
 #include "shell/session_state.h"
+#include "support/errori_prova.h"
 #include "support/piattaforma_script.h"
 
 #include <gtest/gtest.h>
@@ -114,8 +115,10 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
         QStringList certificato;  // vuoto: quello dell'esempio
         bool conEttogradi;
         QStringList attesi;  // da 17 a 25
-        int troppoGrande = 0;
+        int troppoGrande = 0;  // controlli falliti, nel calcolo o nel confronto
         std::optional<QString> confronto = std::nullopt;
+        Campi dopo = {};        // cambiati tra il calcolo e il confronto
+        bool riacceso = false;  // Salva riacceso da un controllo seguente
         QList<QPair<Variabile, QString>> variabili = {};
         int giri = 1;
     };
@@ -135,12 +138,13 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
         // neutro in doppia precisione (testo a 15 cifre), sull'acquavite in
         // decimale. Gli aiuti si arrotondano al pari, le quote con Format.
         {"quoziente", {{13, "100"}, {16, "1"}, {17, "100"}}, {"300", "3", "0", "3"}, false,
-         {"100", "1,0000", "0,0000", "1,0000", "175,10", "0,00", "175,10", "0,00", "350,20"}, 0, "",
+         {"100", "1,0000", "0,0000", "1,0000", "175,10", "0,00", "175,10", "0,00", "350,20"}, 0, "", {}, false,
          {{&CalcoloAiuti::CalcQtaGrezzo, "0,9999999999999999999999999999"}}},
         {"doppia e decimale", {{13, "1"}, {16, "1"}, {17, "1"}}, {"1", q, q, q}, false,
          {"1", "0,1235", "0,1235", "0,1235", "21,62", "23,26", "21,62", "0,00", "66,49"}, 0,
          Differenze + Diff("Aiuto alcole grezzo", "21,62") + Diff("Aiuto alcole neutro", "23,26") +
              Diff("Aiuto acquavite", "21,62"),
+         {}, false,
          {{&CalcoloAiuti::CalcQtaGrezzo, q},
           {&CalcoloAiuti::CalcAiutoGrezzo, "21,6172837560617"},
           {&CalcoloAiuti::CalcAiutoNeutro, "23,2592590499259"},
@@ -149,9 +153,9 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
         // taglia in "1,75": la differenza mostra 0,00, come il campo.
         {"esponente", {{13, "1"}, {16, "1"}, {17, "1"}}, {"1000000", "0,01", "0", "0"}, false,
          {"1", "0,0000", "0,0000", "0,0000", "0,00", "0,00", "0,00", "0,00", "0,00"}, 0,
-         Differenze + Diff("Aiuto alcole grezzo", "0,00"), {{&CalcoloAiuti::CalcAiutoGrezzo, "1,751E-06"}}},
+         Differenze + Diff("Aiuto alcole grezzo", "0,00"), {}, false, {{&CalcoloAiuti::CalcAiutoGrezzo, "1,751E-06"}}},
         {"ettogradi", {{13, "1234,5678"}, {16, "12,3456"}}, {"1000000", "0", "0", "0"}, true,
-         {"15241,4802", "0,0000", "0,0000", "0,0000", "0,00", "0,00", "0,00", "0,00", "0,00"}, 0, "",
+         {"15241,4802", "0,0000", "0,0000", "0,0000", "0,00", "0,00", "0,00", "0,00", "0,00"}, 0, "", {}, false,
          {{&CalcoloAiuti::CalcEttogradi, "15241,48023168"}}},
         // Spareggi esatti 26,265 e 43,775 negli aiuti; 0,00005 nella quota.
         {"pari in giù", {{13, "1000"}, {16, "1"}, {17, "1000"}}, {"1000", "0,15", "0", "0,15"}, false,
@@ -161,7 +165,7 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
          Differenze + Diff("Aiuto alcole grezzo", "43,78") + Diff("Aiuto acquavite", "43,78")},
         {"quota lontano da zero", {{13, "1"}, {16, "1"}, {17, "1"}}, {"1000", "0,05", "0", "0"}, false,
          {"1", "0,0001", "0,0000", "0,0000", "0,01", "0,00", "0,00", "0,00", "0,01"}, 0,
-         Differenze + Diff("Aiuto alcole grezzo", "0,01"), {{&CalcoloAiuti::CalcQtaGrezzo, "0,00005"}}},
+         Differenze + Diff("Aiuto alcole grezzo", "0,01"), {}, false, {{&CalcoloAiuti::CalcQtaGrezzo, "0,00005"}}},
 
         // Senza vino o titolo si rifà solo il totale. Con Ettogradi vuoti o
         // "0,0000" si scrivono solo quelli, senza controllo di grandezza, e le
@@ -172,7 +176,7 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
          {"120", "x", "", "", "0,00", "0,00", "0,00", "0,00", "0,00"}},
         {"ettogradi vuoti", {{17, ""}}, {}, false, soloTotale},
         {"ettogradi zero", {{17, "0,0000"}}, {}, false, soloTotale},
-        {"ettogradi zero, due giri", {{17, "0,0000"}}, {}, false, esempio, 0, "", {}, 2},
+        {"ettogradi zero, due giri", {{17, "0,0000"}}, {}, false, esempio, 0, "", {}, false, {}, 2},
         {"ettogradi enormi", {{13, "100000000"}, {16, "1"}, {17, ""}}, {}, false,
          {"100000000,0000", "", "", "", "0,00", "0,00", "0,00", "0,00", "0,00"}},
 
@@ -188,6 +192,35 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
          {"1", "1,0000", "1,0000", "", "175,10", "188,40", p, "", p}, 1},
         {"troppo grande il totale", pieni + Campi{{24, "12345678901234"}}, {"1", "0", "0", "0"}, false,
          {"1", "0,0000", "0,0000", "0,0000", "0,00", "0,00", "0,00", "12345678901234", "0,00"}, 1},
+
+        // Confronto dopo il calcolo con qualche campo cambiato. Ettogradi
+        // diversi: i prodotti non si esaminano, il totale sì (da E = 100), e
+        // con differenze non si riscrive.
+        {"confronto degli ettogradi", {}, {}, true, esempio, 0,
+         "Si sono rilevate delle differenze nei calcoli Automatici : "
+         "\r\nIl valore calcolato degli Ettogradi é 120,0000\r\n"
+         "\r\nIl valore calcolato degli Totale aiuto é 1427,40",
+         {{17, "100"}, {18, "qualunque"}}},
+        // Grezzo confronta il testo nudo ("6" non è "6,0000"), neutro il testo
+        // formattato; l'aiuto si guarda solo se la quota combacia.
+        {"confronto delle quote", {}, {}, true, esempio, 0,
+         Differenze + Diff("Quantità alcole grezzo", "6,0000") + Diff("Aiuto alcole neutro", "452,16"),
+         {{18, "6"}, {21, "1"}, {19, "2,4"}, {22, "452,1"}}},
+        {"confronto del totale", {}, {}, true, esempio, 0, Differenze + Diff("Totale aiuto", "1712,88"),
+         {{25, "1700"}}},
+        {"totale zero riscritto", {}, {}, true, esempio, 0, "", {{25, "0,00"}}},
+        // Senza Ettogradi: solo il totale, con aiuti ricalcolati a zero.
+        {"confronto senza ettogradi", {}, {}, true, esempio, 0, Differenze + Diff("Totale aiuto", "0,00"),
+         {{17, ""}, {18, "diverso"}}},
+        // 8 cifre intere passano nel calcolo, non nel confronto col ",0000";
+        // l'overflow vince sulle differenze, e l'ultimo controllo (il totale)
+        // riaccende Salva.
+        {"overflow degli ettogradi", {}, {}, true, esempio, 1, Overflow("Ettogradi"),
+         {{13, "10000000"}, {16, "1"}, {17, "5"}}, true},
+        {"overflow della quota", {}, {}, true, esempio, 1, Overflow("Quantità alcole grezzo"),
+         {{13, "20000000"}, {16, "1"}, {17, "20000000"}, {18, "1"}, {19, "5"}}, true},
+        {"overflow del totale", {}, {}, true, esempio, 1, Overflow("Totale aiuto"),
+         {{13, ""}, {21, "0,00"}, {22, "0,00"}, {23, "0,00"}, {24, "123456789012"}, {25, "1"}}},
     };
     for (const Caso& c : casi) {
         SCOPED_TRACE(c.nome);
@@ -195,16 +228,18 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
         Esempio("29", c.campi);
         for (int i = 0; i < c.giri; ++i)
             calcolo.calcoliAutomatici(c.conEttogradi);
-        AttendiTroppoGrande(c.troppoGrande);
-        EXPECT_EQ(calcolo.SalvaAbilitato(), c.troppoGrande == 0);
         EXPECT_EQ(Da17A25(), c.attesi);
         for (const auto& [variabile, atteso] : c.variabili)
             EXPECT_EQ((calcolo.*variabile)(), atteso);
         if (c.confronto) {
-            txt[25] = "";
+            for (const auto& [indice, testo] : c.dopo)
+                txt[indice] = testo;
+            const QString totalePrima = txt[25];
             EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), *c.confronto);
-            EXPECT_EQ(txt[25], c.confronto->isEmpty() ? c.attesi[8] : "") << "il totale si scrive senza differenze";
+            EXPECT_EQ(txt[25], c.confronto->isEmpty() ? c.attesi[8] : totalePrima) << "scritto senza differenze";
         }
+        AttendiTroppoGrande(c.troppoGrande);
+        EXPECT_EQ(calcolo.SalvaAbilitato(), c.troppoGrande == 0 || c.riacceso);
     }
 }
 
@@ -250,17 +285,13 @@ TEST_F(CalcoloAiutiTest, TotaleDagliAiutiCalcolati)
     }
 }
 
+// Nessuna guardia: la divisione fallisce e l'errore va al chiamante.
 TEST_F(CalcoloAiutiTest, EttogradiDelCertificatoNulliSollevanoLaDivisione)
 {
     for (const char* totale : {"0", ""}) {
         Esempio("29", {{17, "120"}});
         sessione().UtfSel.QTA_TOT_ETTOGRADI_VINO_LAVORATO = totale;
-        try {
-            calcolo.calcoliAutomatici(false);
-            ADD_FAILURE() << "attesa la divisione per zero con [" << totale << "]";
-        } catch (const ErroreSistema& e) {
-            EXPECT_EQ(e.numero(), CodiciErrore::DivisionePerZero);
-        }
+        EXPECT_EQ(CodiciErrore::DivisionePerZero, NumeroErrore([&] { calcolo.calcoliAutomatici(false); })) << totale;
     }
 }
 
@@ -300,90 +331,39 @@ TEST_F(CalcoloAiutiTest, FormaNormaleDeiCampi)
     }
 }
 
-// Confronto dopo un calcolo completo dell'esempio e qualche campo cambiato.
-TEST_F(CalcoloAiutiTest, ConfrontoConIValoriCalcolati)
-{
-    struct Caso {
-        const char* nome;
-        Campi campi;
-        QString atteso;
-        int troppoGrande;
-        bool salva;
-    };
-    const Caso casi[] = {
-        // Ettogradi diversi: i prodotti non si esaminano, il totale sì (da E = 100).
-        {"ettogradi", {{17, "100"}, {18, "qualunque"}},
-         "Si sono rilevate delle differenze nei calcoli Automatici : "
-         "\r\nIl valore calcolato degli Ettogradi é 120,0000\r\n"
-         "\r\nIl valore calcolato degli Totale aiuto é 1427,40",
-         0, true},
-        // Grezzo confronta il testo nudo ("6" non è "6,0000"), neutro il testo
-        // formattato; l'aiuto si guarda solo se la quota combacia.
-        {"quote", {{18, "6"}, {21, "1"}, {19, "2,4"}, {22, "452,1"}},
-         Differenze + Diff("Quantità alcole grezzo", "6,0000") + Diff("Aiuto alcole neutro", "452,16"), 0, true},
-        {"totale", {{25, "1700"}}, Differenze + Diff("Totale aiuto", "1712,88"), 0, true},
-        {"totale zero", {{25, "0,00"}}, "", 0, true},
-        // Senza Ettogradi: solo il totale, con aiuti ricalcolati a zero.
-        {"senza ettogradi", {{17, ""}, {18, "diverso"}}, Differenze + Diff("Totale aiuto", "0,00"), 0, true},
-        // 8 cifre intere passano nel calcolo, non nel confronto col ",0000".
-        {"overflow ettogradi", {{13, "10000000"}, {16, "1"}, {17, "5"}}, Overflow("Ettogradi"), 1, true},
-        // Anche con altre differenze vince l'overflow; l'ultimo controllo (il
-        // totale) riaccende Salva.
-        {"overflow quota", {{13, "20000000"}, {16, "1"}, {17, "20000000"}, {18, "1"}, {19, "5"}},
-         Overflow("Quantità alcole grezzo"), 1, true},
-        {"overflow totale", {{13, ""}, {21, "0,00"}, {22, "0,00"}, {23, "0,00"}, {24, "123456789012"}, {25, "1"}},
-         Overflow("Totale aiuto"), 1, false},
-    };
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.nome);
-        Esempio("29");
-        calcolo.calcoliAutomatici(true);
-        for (const auto& [indice, testo] : c.campi)
-            txt[indice] = testo;
-        const QString totalePrima = txt[25];
-        EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), c.atteso);
-        AttendiTroppoGrande(c.troppoGrande);
-        EXPECT_EQ(calcolo.SalvaAbilitato(), c.salva);
-        EXPECT_EQ(txt[25], c.atteso.isEmpty() ? "1712,88" : totalePrima);
-    }
-}
-
+// I campi vanno prima alla forma normale. Con differenze si chiede se
+// sostituirle (Sì ricalcola tutto), con un overflow se salvare senza calcoli
+// (Annulla non salva); il titolo è quello dell'articolo 29 anche per il 30.
 TEST_F(CalcoloAiutiTest, DomandeAlSalvataggio)
 {
     const QString differenze = Differenze + "\r\nIl valore calcolato degli Ettogradi é 120,0000\r\n" +
                                "\r\nSostituire con i valori calcolati ?";
     const QString overflow = "OVERFLOW - Il campo Ettogradi non puo' essere calcolato \r\n"
                              "\r\nI dati saranno salvati senza calcoli automatici";
-    const Campi troppi = {{13, "10000000"}, {16, "1"}, {17, "5"}};
+    const Campi troppi = {{2, "30"}, {13, "10000000"}, {16, "1"}, {17, "5"}};
     const QStringList calcolati = {"1000,0000", "0,1200", "120,0000", "1050,60", "1712,88"};
-    struct Caso {
-        const char* articolo;
-        bool calcolato;
-        Campi campi;
-        int risposta;  // 0: nessuna domanda
-        bool salva;
-        QStringList attesi;  // 13, 16, 17, 21, 25
-    };
-    const Caso casi[] = {
-        {"29", false, {{17, "100"}}, RispostaMsg::Si, true, calcolati},
-        {"29", false, {{17, "100"}}, RispostaMsg::No, true, {"1000,0000", "0,1200", "100,0000", "0,00", "0,00"}},
-        // Il titolo resta quello dell'articolo 29 anche per il 30.
-        {"30", false, troppi, RispostaMsg::OK, true, {"10000000,0000", "1,0000", "5,0000", "0,00", "0,00"}},
-        {"30", false, troppi, RispostaMsg::Annulla, false, {"10000000,0000", "1,0000", "5,0000", "0,00", "0,00"}},
-        {"29", true, {}, 0, true, calcolati},
-    };
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.risposta);
-        Esempio(c.articolo, c.campi);
-        if (c.calcolato)
-            calcolo.calcoliAutomatici(true);
-        const bool traboccato = c.campi == troppi;
+    const QStringList traboccati = {"10000000,0000", "1,0000", "5,0000", "0,00", "0,00"};
+    // Campi, risposta (0: nessuna domanda), campi 13, 16, 17, 21 e 25 dopo.
+    for (const auto& [campi, risposta, attesi] : {
+             std::tuple{Campi{{17, "100"}}, RispostaMsg::Si, calcolati},
+             std::tuple{Campi{{17, "100"}}, RispostaMsg::No,
+                        QStringList{"1000,0000", "0,1200", "100,0000", "0,00", "0,00"}},
+             std::tuple{troppi, RispostaMsg::OK, traboccati},
+             std::tuple{troppi, RispostaMsg::Annulla, traboccati},
+             // Valori scritti a mano che combaciano: nessuna domanda.
+             std::tuple{Campi{{17, "120"}, {18, "6"}, {19, "2,4"}, {20, "1,2"}, {21, "1050,6"}, {22, "452,16"},
+                              {23, "210,12"}, {25, "1712,88"}},
+                        0, calcolati},
+         }) {
+        SCOPED_TRACE(risposta);
+        Esempio("29", campi);
+        const bool traboccato = campi == troppi;
         if (traboccato)
             script->Rispondi(RispostaMsg::OK);
-        if (c.risposta != 0)
-            script->Rispondi(c.risposta);
-        EXPECT_EQ(calcolo.ControllaCalcoliAlSalvataggio(), c.salva);
-        if (c.risposta != 0) {
+        if (risposta != 0)
+            script->Rispondi(risposta);
+        EXPECT_EQ(calcolo.ControllaCalcoliAlSalvataggio(), risposta != RispostaMsg::Annulla);
+        if (risposta != 0) {
             ASSERT_FALSE(script->messaggi.isEmpty());
             const MessaggioRegistrato m = script->messaggi.takeLast();
             EXPECT_EQ(m.testo, traboccato ? overflow : differenze);
@@ -391,7 +371,7 @@ TEST_F(CalcoloAiutiTest, DomandeAlSalvataggio)
             EXPECT_EQ(m.titolo, "Domande di aiuto alla distillazione facoltativa (Art.29)");
         }
         AttendiTroppoGrande(traboccato ? 1 : 0);
-        EXPECT_EQ((QStringList{txt[13], txt[16], txt[17], txt[21], txt[25]}), c.attesi);
+        EXPECT_EQ((QStringList{txt[13], txt[16], txt[17], txt[21], txt[25]}), attesi);
         EXPECT_EQ(txt[10], "0,0000");
     }
 }
@@ -402,36 +382,27 @@ TEST_F(CalcoloAiutiTest, DomandeAlSalvataggio)
 TEST_F(CalcoloAiutiTest, Cmdcalcolo)
 {
     const QString seguito = " campo obbligatorio per effettuare i calcoli automatici. ";
-    struct Caso {
-        Campi campi;
-        int clic;
-        int fuoco;
-        const char* dopo17;
-        const char* dopo18;
-    };
-    const Caso casi[] = {
-        {{{13, ""}}, 1, 13, "", ""},
-        {{{13, "0,00"}}, 1, 13, "", ""},
-        {{{16, " "}}, 1, 16, "", ""},
-        {{{13, "0,0000"}, {16, "0,00"}}, 1, 16, "", ""},
-        {{}, 1, 0, "120,0000", "6,0000"},
-        {{{17, "0,00"}}, 1, 0, "120,0000", "6,0000"},
-        {{{17, "0,0000"}}, 1, 0, "120,0000", ""},
-        {{{17, "0,0000"}}, 2, 0, "120,0000", "6,0000"},
-        {{{17, "240"}}, 1, 0, "240", "12,0000"},
-    };
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(&c - casi);
-        Esempio("29", c.campi);
-        for (int i = 0; i < c.clic; ++i)
-            EXPECT_EQ(calcolo.Cmdcalcolo(), c.fuoco);
-        EXPECT_EQ(txt[17], c.dopo17);
-        EXPECT_EQ(txt[18], c.dopo18);
-        if (c.fuoco != 0) {
+    // Campi, clic, campo che riceve il fuoco (0: calcolo eseguito), campi 17 e 18 dopo.
+    for (const auto& [campi, clic, fuoco, dopo17, dopo18] : {
+             std::tuple{Campi{{13, ""}}, 1, 13, "", ""},
+             {Campi{{13, "0,00"}}, 1, 13, "", ""},
+             {Campi{{16, " "}}, 1, 16, "", ""},
+             {Campi{{13, "0,0000"}, {16, "0,00"}}, 1, 16, "", ""},
+             {Campi{}, 1, 0, "120,0000", "6,0000"},
+             {Campi{{17, "0,00"}}, 1, 0, "120,0000", "6,0000"},
+             {Campi{{17, "0,0000"}}, 1, 0, "120,0000", ""},
+             {Campi{{17, "0,0000"}}, 2, 0, "120,0000", "6,0000"},
+             {Campi{{17, "240"}}, 1, 0, "240", "12,0000"},
+         }) {
+        Esempio("29", campi);
+        for (int i = 0; i < clic; ++i)
+            EXPECT_EQ(calcolo.Cmdcalcolo(), fuoco);
+        EXPECT_EQ(txt[17], dopo17);
+        EXPECT_EQ(txt[18], dopo18);
+        if (fuoco != 0) {
             ASSERT_EQ(script->messaggi.size(), 1);
             const MessaggioRegistrato m = script->messaggi.takeFirst();
-            EXPECT_EQ(m.testo,
-                      (c.fuoco == 13 ? "Vino effettivamente distillato" : "Titolo alcolometro fatturato ") + seguito);
+            EXPECT_EQ(m.testo, (fuoco == 13 ? "Vino effettivamente distillato" : "Titolo alcolometro fatturato ") + seguito);
             EXPECT_EQ(m.stile, StileMsg::Informazione);
             EXPECT_EQ(m.titolo, "Salvataggio ");
         }
