@@ -123,7 +123,8 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
         int giri = 1;
     };
     const Caso casi[] = {
-        {"articolo 29", {}, {}, true, esempio, 0, ""},
+        {"articolo 29", {}, {}, true, esempio, 0, "", {}, false,
+         {{&CalcoloAiuti::CalcQtaGrezzo, "6"}, {&CalcoloAiuti::CalcAiutoGrezzo, "1050,6"}}},
         {"articolo 30", {{2, "30"}}, {}, true, art30, 0, confronto30},
         // Un articolo vuoto o non esatto ha le aliquote del 30.
         {"articolo vuoto", {{2, ""}}, {}, true, art30, 0, confronto30},
@@ -209,6 +210,11 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
         {"confronto del totale", {}, {}, true, esempio, 0, Differenze + Diff("Totale aiuto", "1712,88"),
          {{25, "1700"}}},
         {"totale zero riscritto", {}, {}, true, esempio, 0, "", {{25, "0,00"}}},
+        // Il confronto riprende le aliquote dall'articolo.
+        {"confronto con l'articolo cambiato", {}, {}, true, esempio, 0,
+         Differenze + Diff("Aiuto alcole grezzo", "673,32") + Diff("Aiuto alcole neutro", "269,33") +
+             Diff("Aiuto acquavite", "134,66") + Diff("Totale aiuto", "1077,31"),
+         {{2, "30"}}},
         // Senza Ettogradi: solo il totale, con aiuti ricalcolati a zero.
         {"confronto senza ettogradi", {}, {}, true, esempio, 0, Differenze + Diff("Totale aiuto", "0,00"),
          {{17, ""}, {18, "diverso"}}},
@@ -243,27 +249,15 @@ TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
     }
 }
 
-// fun_Totale non sceglie le aliquote: usa quelle dell'ultimo calcolo. Il
-// confronto invece le riprende dall'articolo.
-TEST_F(CalcoloAiutiTest, AliquoteDellUltimoCalcolo)
-{
-    Esempio("29");
-    calcolo.calcoliAutomatici(true);
-    txt[2] = "30";
-    EXPECT_EQ(calcolo.fun_Totale(), "1712,88");
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), Differenze + Diff("Aiuto alcole grezzo", "673,32") +
-                                                    Diff("Aiuto alcole neutro", "269,33") +
-                                                    Diff("Aiuto acquavite", "134,66") + Diff("Totale aiuto", "1077,31"));
-    EXPECT_EQ(calcolo.CalcQtaGrezzo(), "6");
-}
-
 // Dopo il calcolo dell'esempio: un aiuto nel campo decide solo se il prodotto
 // conta (per il valore calcolato), la detrazione entra come scritta, il segno
-// è una delle 13 cifre.
+// è una delle 13 cifre. fun_Totale non sceglie le aliquote: restano quelle
+// dell'ultimo calcolo anche con l'articolo cambiato.
 TEST_F(CalcoloAiutiTest, TotaleDagliAiutiCalcolati)
 {
     Esempio("29");
     calcolo.calcoliAutomatici(true);
+    txt[2] = "30";
     // Campi da 21 a 24, totale, totale troppo grande.
     for (const auto& [campi, totale, troppoGrande] : {
              std::tuple{Campi{{21, "1,00"}, {22, ""}, {23, "0,00"}, {24, "0,50"}}, "1050,10", false},
@@ -385,7 +379,6 @@ TEST_F(CalcoloAiutiTest, Cmdcalcolo)
     // Campi, clic, campo che riceve il fuoco (0: calcolo eseguito), campi 17 e 18 dopo.
     for (const auto& [campi, clic, fuoco, dopo17, dopo18] : {
              std::tuple{Campi{{13, ""}}, 1, 13, "", ""},
-             {Campi{{13, "0,00"}}, 1, 13, "", ""},
              {Campi{{16, " "}}, 1, 16, "", ""},
              {Campi{{13, "0,0000"}, {16, "0,00"}}, 1, 16, "", ""},
              {Campi{}, 1, 0, "120,0000", "6,0000"},
@@ -402,7 +395,8 @@ TEST_F(CalcoloAiutiTest, Cmdcalcolo)
         if (fuoco != 0) {
             ASSERT_EQ(script->messaggi.size(), 1);
             const MessaggioRegistrato m = script->messaggi.takeFirst();
-            EXPECT_EQ(m.testo, (fuoco == 13 ? "Vino effettivamente distillato" : "Titolo alcolometro fatturato ") + seguito);
+            const QString campo = fuoco == 13 ? "Vino effettivamente distillato" : "Titolo alcolometro fatturato ";
+            EXPECT_EQ(m.testo, campo + seguito);
             EXPECT_EQ(m.stile, StileMsg::Informazione);
             EXPECT_EQ(m.titolo, "Salvataggio ");
         }

@@ -173,7 +173,8 @@ QString Letto(const UtfSelezionato& u)
     return QStringList{u.NUMERO_CERTIFICATO_UTF, u.SIGLA_UFFICIO_UTF_PROVINCIA, u.ISTAT_UFFICIO_UTF_PROVINCIA,
                        u.DESCR_UFFICIO_UTF_PROVINCIA, u.DATA_EMISSIONE_CERTIFICATO, u.QTA_TOT_VINO_LAVORATO,
                        u.QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, u.QTA_TOT_ALCOLE_GREZZO_OTTENUTO, u.QTA_TOT_ACQUAVITE_OTTENUTO,
-                       u.QTA_TOT_ETTOGRADI_VINO_LAVORATO, u.QUADRATURA, QString::number(u.iD_UTF) + QString::number(u.iD_DOMANDA)}
+                       u.QTA_TOT_ETTOGRADI_VINO_LAVORATO, u.QUADRATURA,
+                       QString::number(u.iD_UTF) + QString::number(u.iD_DOMANDA)}
         .join('|');
 }
 
@@ -189,17 +190,12 @@ QString Letto(const ProduttoreSelezionato& p)
         .join('|');
 }
 
-class TracciatoConferimentiEntrata : public ProvaConDatabase {
-protected:
-    void SetUp() override
-    {
-        ProvaConDatabase::SetUp();
-        db();  // Tipo_2 e Tipo_3 cercano nel database della sessione
-    }
-};
+// Tipo_2 e Tipo_3 cercano provincia e colore nel database della sessione.
+class TracciatoConferimentiDatabase : public ProvaConDatabase {};
 
-TEST_F(TracciatoConferimentiEntrata, RecordInteriDellaFornitura)
+TEST_F(TracciatoConferimentiDatabase, RecordInteriDellaFornitura)
 {
+    db();
     const QStringList righe = {Entrata0, Entrata1("00000004711"), Entrata2("12345", "AT"),
                                Entrata3("BIANCO GIUSEPPE", "RO")};
     Carico c;
@@ -215,7 +211,8 @@ TEST_F(TracciatoConferimentiEntrata, RecordInteriDellaFornitura)
                   .join('|'));
     ASSERT_EQ(2, c.Domande.size());
     const DomandaProduttoreSelezionata& d = c.Domande[1].Domanda;
-    EXPECT_EQ("00000004711|29|500,50|", QStringList({d.DOMANDA, d.TIPO_ARTICOLO, d.ANTICIPO_RICEVUTO, d.CAMPAGNA}).join('|'));
+    EXPECT_EQ("00000004711|29|500,50|",
+              QStringList({d.DOMANDA, d.TIPO_ARTICOLO, d.ANTICIPO_RICEVUTO, d.CAMPAGNA}).join('|'));
     ASSERT_EQ(2, c.Domande[1].Certificati.size());
     EXPECT_EQ("12345    |AT|005|ASTI|05/11/2005|1000,5000|50,2500|0,0000|0,    |12506,2500|1|00",
               Letto(c.Domande[1].Certificati[1].Utf));
@@ -226,8 +223,9 @@ TEST_F(TracciatoConferimentiEntrata, RecordInteriDellaFornitura)
               Letto(c.Domande[1].Certificati[1].Produttori[1]));
 }
 
-TEST_F(TracciatoConferimentiEntrata, ProvinciaEColoreSconosciutiLascianoICampiVuoti)
+TEST_F(TracciatoConferimentiDatabase, ProvinciaEColoreSconosciutiLascianoICampiVuoti)
 {
+    db();
     QString produttore = Entrata3("ROSSI MARIO", "XX");
     produttore.replace(263, 4, QStringLiteral("N5  "));  // flag non "S", percentuale con spazi
     QString certificato = Entrata2("999", "ZZ");
@@ -246,8 +244,9 @@ TEST_F(TracciatoConferimentiEntrata, ProvinciaEColoreSconosciutiLascianoICampiVu
 // Ogni certificato ha i suoi produttori: nulla si perde se i record si
 // alternano. La quadratura bianca vale "0" e va a ogni certificato; la coda e
 // i tipi sconosciuti sono saltati.
-TEST_F(TracciatoConferimentiEntrata, AnnidamentoDelleRighe)
+TEST_F(TracciatoConferimentiDatabase, AnnidamentoDelleRighe)
 {
+    db();
     QString testata = Entrata0;
     testata[142] = QLatin1Char(' ');
     QString cinque = Entrata2("C9", "AT");
@@ -277,7 +276,7 @@ TEST_F(TracciatoConferimentiEntrata, AnnidamentoDelleRighe)
     EXPECT_EQ("C1/0/ASTI(P1:1 P2:2) C2/0/ASTI(P3:3) | C3/0/CUNEO(P4:2)", domande.join(" | "));
 }
 
-TEST_F(TracciatoConferimentiEntrata, RecordFuoriPostoSonoErroriDiEsecuzione)
+TEST(TracciatoConferimentiEntrata, RecordFuoriPostoSonoErroriDiEsecuzione)
 {
     Carico c;  // un certificato prima di ogni domanda, poi un produttore prima di ogni certificato
     EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(Entrata2("C1", "AT")); }));
@@ -291,13 +290,13 @@ TEST_F(TracciatoConferimentiEntrata, RecordFuoriPostoSonoErroriDiEsecuzione)
 // e colonne doppie) e la coda dalle due query dei totali, che sommano i soli
 // produttori della domanda: vuoti e Null valgono zero. Senza produttori la
 // coda è corta.
-class TracciatoConferimentiDatabase : public ProvaConDatabase {};
 
 TEST_F(TracciatoConferimentiDatabase, ScaricoDaiDatiDellaDomanda)
 {
     Database& d = db();
     d.Execute("INSERT INTO DOMANDE_PRODUTTORI (ID_DOMANDA_PRODUTTORE, DOMANDA, TIPO_ARTICOLO, ANTICIPO_RICEVUTO) "
-              "VALUES (1, '00000004711', '29', '500,00'), (2, '00000009999', '29', '1'), (3, '00000005555', '29', '1')");
+              "VALUES (1, '00000004711', '29', '500,00'), (2, '00000009999', '29', '1'), "
+              "(3, '00000005555', '29', '1')");
     d.Execute("INSERT INTO TAB_UTF (iD_UTF, iD_DOMANDA, NUMERO_CERTIFICATO_UTF, SIGLA_UFFICIO_UTF_PROVINCIA, "
               "DATA_EMISSIONE_CERTIFICATO, QTA_TOT_VINO_LAVORATO, QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, "
               "QTA_TOT_ETTOGRADI_VINO_LAVORATO) SELECT ID_DOMANDA_PRODUTTORE, ID_DOMANDA_PRODUTTORE, '12345', 'AT', "
