@@ -1,61 +1,88 @@
 // Calcolo automatico delle quote e degli aiuti del produttore: calcolo pieno,
 // confronto al salvataggio, controlli di grandezza e formati dei testi.
 #include "common/errore.h"
-#include "common/numeri.h"
 #include "deliveries/CalcoloAiuti.h"
 #include "shell/session_state.h"
+#include "support/errori_prova.h"
 #include "support/piattaforma_script.h"
 
 #include <gtest/gtest.h>
+#include <optional>
+#include <tuple>
 
 // Stampa leggibile dei testi nei messaggi di GoogleTest.
 static void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
 
 namespace {
 
-const QString MsgTroppoGrande = QStringLiteral("La quantità ottenuta di calcolo è troppo grande");
-const QString InizioDifferenze = QStringLiteral("Si sono rilevate delle differenze nei calcoli Automatici : ");
-const int StileTroppoGrande = StileMsg::OK + StileMsg::Informazione;
+using Campi = QList<QPair<int, QString>>;
+
+const QString TroppoGrande = QStringLiteral("La quantità ottenuta di calcolo è troppo grande");
+const QString Differenze = QStringLiteral("Si sono rilevate delle differenze nei calcoli Automatici : ");
+
+QString Diff(const QString& campo, const QString& valore)
+{
+    return "\r\nIl valore calcolato degli " + campo + " é " + valore;
+}
+
+QString Overflow(const QString& campo)
+{
+    return "OVERFLOW - Il campo " + campo + " non puo' essere calcolato \r\n";
+}
 
 class CalcoloAiutiTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        // Il messaggio di CtrlQuantita ha solo OK; ogni messaggio va poi verificato.
         script = &InstallaPiattaformaScript();
+        script->AccettaMessaggiSenzaRisposta();
+        Certificato({"1000", "50", "20", "10"});
+    }
+    void TearDown() override
+    {
+        EXPECT_TRUE(script->messaggi.isEmpty()) << "messaggi non verificati";
         sessione().UtfSel = UtfSelezionato{};
     }
-    void TearDown() override { sessione().UtfSel = UtfSelezionato{}; }
 
-    static void Certificato(const QString& ettogradi, const QString& grezzo, const QString& neutro,
-                            const QString& acquavite)
+    // Ettogradi lavorati, alcole grezzo, neutro, acquavite.
+    static void Certificato(const QStringList& t)
     {
         UtfSelezionato& utf = sessione().UtfSel;
-        utf.QTA_TOT_ETTOGRADI_VINO_LAVORATO = ettogradi;
-        utf.QTA_TOT_ALCOLE_GREZZO_OTTENUTO = grezzo;
-        utf.QTA_TOT_ALCOLE_NEUTRO_OTTENUTO = neutro;
-        utf.QTA_TOT_ACQUAVITE_OTTENUTO = acquavite;
+        utf.QTA_TOT_ETTOGRADI_VINO_LAVORATO = t[0];
+        utf.QTA_TOT_ALCOLE_GREZZO_OTTENUTO = t[1];
+        utf.QTA_TOT_ALCOLE_NEUTRO_OTTENUTO = t[2];
+        utf.QTA_TOT_ACQUAVITE_OTTENUTO = t[3];
     }
 
-    // L'esempio: E = 120 (1000 x 0,12) su T = 1000.
-    void Esempio(const QString& articolo)
+    // L'esempio: E = 120 (vino 1000 x titolo 0,12) su T = 1000, più le modifiche.
+    void Esempio(const QString& articolo, const Campi& modifiche = {})
     {
-        Certificato("1000", "50", "20", "10");
+        txt.clear();
         txt[2] = articolo;
         txt[13] = "1000";
         txt[16] = "0,12";
+        for (const auto& [indice, testo] : modifiche)
+            txt[indice] = testo;
     }
 
-    // Il messaggio di CtrlQuantita ha solo OK: la risposta va messa in coda.
-    void PrevediTroppoGrande() { script->Rispondi(RispostaMsg::OK); }
+    QStringList Da17A25() const
+    {
+        QStringList t;
+        for (int i = 17; i <= 25; ++i)
+            t << txt.value(i);
+        return t;
+    }
 
-    void AttendiTroppoGrande(int quanti = 1)
+    void AttendiTroppoGrande(int quanti)
     {
         ASSERT_EQ(script->messaggi.size(), quanti);
         for (const MessaggioRegistrato& m : script->messaggi) {
-            EXPECT_EQ(m.testo, MsgTroppoGrande);
-            EXPECT_EQ(m.stile, StileTroppoGrande);
+            EXPECT_EQ(m.testo, TroppoGrande);
+            EXPECT_EQ(m.stile, StileMsg::OK + StileMsg::Informazione);
             EXPECT_EQ(m.titolo, QStringLiteral("Produttore"));
         }
+        script->messaggi.clear();
     }
 
     PiattaformaScript* script = nullptr;
@@ -63,416 +90,224 @@ protected:
     CalcoloAiuti calcolo{txt};
 };
 
-// --- L'esempio e i due articoli -------------------------------------------
-
-TEST_F(CalcoloAiutiTest, EsempioArticolo29)
+// Ogni riga: l'esempio (articolo 29) con i campi e il certificato cambiati,
+// uno o più giri di calcolo, i campi da 17 a 25 per intero, i controlli di
+// grandezza falliti e, se dato, l'esito del confronto che segue.
+TEST_F(CalcoloAiutiTest, CalcoliAutomatici)
 {
-    Esempio("29");
-    calcolo.calcoliAutomatici(true);
-
-    EXPECT_TRUE(script->messaggi.isEmpty());
-    EXPECT_EQ(txt[17], "120,0000");
-    EXPECT_EQ(txt[18], "6,0000");
-    EXPECT_EQ(txt[21], "1050,60");
-    EXPECT_EQ(txt[19], "2,4000");
-    EXPECT_EQ(txt[22], "452,16");
-    EXPECT_EQ(txt[20], "1,2000");
-    EXPECT_EQ(txt[23], "210,12");
-    EXPECT_EQ(txt[24], "0,00");
-    EXPECT_EQ(txt[25], "1712,88");
-    EXPECT_TRUE(calcolo.SalvaAbilitato());
-
-    // Le variabili restano non arrotondate, l'aiuto in doppia precisione a 15 cifre.
-    EXPECT_TRUE(Decimale(calcolo.CalcQtaGrezzo()) == Decimale(6));
-    EXPECT_TRUE(Decimale(calcolo.CalcAiutoGrezzo()) == Decimale("1050,6"));
-    EXPECT_TRUE(Decimale(calcolo.CalcAiutoNeutro()) == Decimale("452,16"));
-    EXPECT_TRUE(Decimale(calcolo.CalcEttogradi()) == Decimale(120));
-
-    // Appena calcolato, il confronto non trova nulla e riscrive il totale.
-    txt[25] = "";
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), QString());
-    EXPECT_EQ(txt[25], "1712,88");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-TEST_F(CalcoloAiutiTest, EsempioArticolo30)
-{
-    Esempio("30");
-    calcolo.calcoliAutomatici(true);
-
-    EXPECT_EQ(txt[18], "6,0000");
-    EXPECT_EQ(txt[21], "673,32");
-    EXPECT_EQ(txt[22], "269,33");  // 269,328
-    EXPECT_EQ(txt[23], "134,66");  // 134,664
-    // Somma degli aiuti non arrotondati: 1077,312.
-    EXPECT_EQ(txt[25], "1077,31");
-
-    // L'aiuto scritto arrotondato (269,33) contro quello troncato (269,32):
-    // la differenza di un centesimo segnala proprio il valore nel campo.
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(),
-              InizioDifferenze + "\r\nIl valore calcolato degli Aiuto alcole neutro é 269,33");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-TEST_F(CalcoloAiutiTest, AliquoteDalSoloArticolo)
-{
+    using Variabile = const QString& (CalcoloAiuti::*)() const;
+    const QString q = "0,123456789012345678";
+    const QString p = "prima";
+    // Campi già pieni: un giro interrotto lascia com'erano quelli che seguono.
+    const Campi pieni = {{13, "1"}, {16, "1"}, {17, "1"}, {18, p}, {19, p}, {20, p},
+                         {21, p},   {22, p},   {23, p},  {24, ""}, {25, p}};
+    const QStringList esempio = {"120,0000", "6,0000", "2,4000", "1,2000", "1050,60",
+                                 "452,16",   "210,12", "0,00",   "1712,88"};
+    const QStringList art30 = {"120,0000", "6,0000", "2,4000", "1,2000", "673,32",
+                               "269,33",   "134,66", "0,00",   "1077,31"};
+    const QStringList soloTotale = {"120,0000", "", "", "", "0,00", "0,00", "0,00", "0,00", "0,00"};
+    // 269,328 è scritto arrotondato e confrontato troncato: il centesimo di
+    // differenza mostra proprio il valore del campo.
+    const QString confronto30 = Differenze + Diff("Aiuto alcole neutro", "269,33");
     struct Caso {
-        const char* articolo;
-        const char* grezzo;
-        const char* neutro;
-        const char* acquavite;
+        const char* nome;
+        Campi campi;
+        QStringList certificato;  // vuoto: quello dell'esempio
+        bool conEttogradi;
+        QStringList attesi;  // da 17 a 25
+        int troppoGrande = 0;  // controlli falliti, nel calcolo o nel confronto
+        std::optional<QString> confronto = std::nullopt;
+        Campi dopo = {};        // cambiati tra il calcolo e il confronto
+        bool riacceso = false;  // Salva riacceso da un controllo seguente
+        QList<QPair<Variabile, QString>> variabili = {};
+        int giri = 1;
     };
     const Caso casi[] = {
-        {"29", "1.751", "1.884", "1.751"}, {"30", "1.1222", "1.1222", "1.1222"},
-        {"", "1.1222", "1.1222", "1.1222"}, {" 29", "1.1222", "1.1222", "1.1222"},
-        {"29 ", "1.1222", "1.1222", "1.1222"},
+        {"articolo 29", {}, {}, true, esempio, 0, "", {}, false,
+         {{&CalcoloAiuti::CalcQtaGrezzo, "6"}, {&CalcoloAiuti::CalcAiutoGrezzo, "1050,6"}}},
+        {"articolo 30", {{2, "30"}}, {}, true, art30, 0, confronto30},
+        // Un articolo vuoto o non esatto ha le aliquote del 30.
+        {"articolo vuoto", {{2, ""}}, {}, true, art30, 0, confronto30},
+        {"articolo non esatto", {{2, " 29"}}, {}, true, art30, 0, confronto30},
+        // Senza acquavite: quota zero, aiuto "0,00", fuori dal totale.
+        {"senza acquavite", {}, {"1000", "50", "20", "0"}, true,
+         {"120,0000", "6,0000", "2,4000", "0,0000", "1050,60", "452,16", "0,00", "0,00", "1502,76"}, 0, ""},
+        {"totale negativo", {{24, "2000"}}, {}, true,
+         {"120,0000", "6,0000", "2,4000", "1,2000", "1050,60", "452,16", "210,12", "2000", "-287,12"}, 0, ""},
+
+        // Quoziente ed Ettogradi in decimale a 28 cifre; aiuti su grezzo e
+        // neutro in doppia precisione (testo a 15 cifre), sull'acquavite in
+        // decimale. Gli aiuti si arrotondano al pari, le quote con Format.
+        {"quoziente", {{13, "100"}, {16, "1"}, {17, "100"}}, {"300", "3", "0", "3"}, false,
+         {"100", "1,0000", "0,0000", "1,0000", "175,10", "0,00", "175,10", "0,00", "350,20"}, 0, "", {}, false,
+         {{&CalcoloAiuti::CalcQtaGrezzo, "0,9999999999999999999999999999"}}},
+        {"doppia e decimale", {{13, "1"}, {16, "1"}, {17, "1"}}, {"1", q, q, q}, false,
+         {"1", "0,1235", "0,1235", "0,1235", "21,62", "23,26", "21,62", "0,00", "66,49"}, 0,
+         Differenze + Diff("Aiuto alcole grezzo", "21,62") + Diff("Aiuto alcole neutro", "23,26") +
+             Diff("Aiuto acquavite", "21,62"),
+         {}, false,
+         {{&CalcoloAiuti::CalcQtaGrezzo, q},
+          {&CalcoloAiuti::CalcAiutoGrezzo, "21,6172837560617"},
+          {&CalcoloAiuti::CalcAiutoNeutro, "23,2592590499259"},
+          {&CalcoloAiuti::CalcAiutoAcquavite, "21,6172837560617282178"}}},
+        // Sotto 1E-5 la doppia si scrive con l'esponente, che Formatta2dec
+        // taglia in "1,75": la differenza mostra 0,00, come il campo.
+        {"esponente", {{13, "1"}, {16, "1"}, {17, "1"}}, {"1000000", "0,01", "0", "0"}, false,
+         {"1", "0,0000", "0,0000", "0,0000", "0,00", "0,00", "0,00", "0,00", "0,00"}, 0,
+         Differenze + Diff("Aiuto alcole grezzo", "0,00"), {}, false, {{&CalcoloAiuti::CalcAiutoGrezzo, "1,751E-06"}}},
+        {"ettogradi", {{13, "1234,5678"}, {16, "12,3456"}}, {"1000000", "0", "0", "0"}, true,
+         {"15241,4802", "0,0000", "0,0000", "0,0000", "0,00", "0,00", "0,00", "0,00", "0,00"}, 0, "", {}, false,
+         {{&CalcoloAiuti::CalcEttogradi, "15241,48023168"}}},
+        // Spareggi esatti 26,265 e 43,775 negli aiuti; 0,00005 nella quota.
+        {"pari in giù", {{13, "1000"}, {16, "1"}, {17, "1000"}}, {"1000", "0,15", "0", "0,15"}, false,
+         {"1000", "0,1500", "0,0000", "0,1500", "26,26", "0,00", "26,26", "0,00", "52,53"}, 0, ""},
+        {"pari in su", {{13, "1000"}, {16, "1"}, {17, "1000"}}, {"1000", "0,25", "0", "0,25"}, false,
+         {"1000", "0,2500", "0,0000", "0,2500", "43,78", "0,00", "43,78", "0,00", "87,55"}, 0,
+         Differenze + Diff("Aiuto alcole grezzo", "43,78") + Diff("Aiuto acquavite", "43,78")},
+        {"quota lontano da zero", {{13, "1"}, {16, "1"}, {17, "1"}}, {"1000", "0,05", "0", "0"}, false,
+         {"1", "0,0001", "0,0000", "0,0000", "0,01", "0,00", "0,00", "0,00", "0,01"}, 0,
+         Differenze + Diff("Aiuto alcole grezzo", "0,01"), {}, false, {{&CalcoloAiuti::CalcQtaGrezzo, "0,00005"}}},
+
+        // Senza vino o titolo si rifà solo il totale. Con Ettogradi vuoti o
+        // "0,0000" si scrivono solo quelli, senza controllo di grandezza, e le
+        // quote vengono al giro dopo.
+        {"senza vino", {{13, "  "}, {17, "120"}, {18, "x"}, {25, "99"}}, {}, false,
+         {"120", "x", "", "", "0,00", "0,00", "0,00", "0,00", "0,00"}},
+        {"senza titolo", {{16, ""}, {17, "120"}, {18, "x"}, {25, "99"}}, {}, false,
+         {"120", "x", "", "", "0,00", "0,00", "0,00", "0,00", "0,00"}},
+        {"ettogradi vuoti", {{17, ""}}, {}, false, soloTotale},
+        {"ettogradi zero", {{17, "0,0000"}}, {}, false, soloTotale},
+        {"ettogradi zero, due giri", {{17, "0,0000"}}, {}, false, esempio, 0, "", {}, false, {}, 2},
+        {"ettogradi enormi", {{13, "100000000"}, {16, "1"}, {17, ""}}, {}, false,
+         {"100000000,0000", "", "", "", "0,00", "0,00", "0,00", "0,00", "0,00"}},
+
+        // Ogni riga fa fallire un controllo diverso: il campo si svuota, il
+        // giro finisce, i campi seguenti e il totale restano com'erano.
+        {"troppo grandi gli ettogradi", pieni + Campi{{13, "100000000"}, {17, ""}}, {"1", "1", "1", "1"}, true,
+         {"", p, p, p, p, p, p, "", p}, 1},
+        {"troppo grande la quota grezzo", pieni, {"1", "12345678", "1", "1"}, false,
+         {"1", "", p, p, p, p, p, "", p}, 1},
+        {"troppo grande la quota neutro", pieni, {"1", "1", "1234567,5", "1"}, false,
+         {"1", "1,0000", "", p, "175,10", p, p, "", p}, 1},
+        {"troppo grande la quota acquavite", pieni, {"1", "1", "1", "10000000"}, false,
+         {"1", "1,0000", "1,0000", "", "175,10", "188,40", p, "", p}, 1},
+        {"troppo grande il totale", pieni + Campi{{24, "12345678901234"}}, {"1", "0", "0", "0"}, false,
+         {"1", "0,0000", "0,0000", "0,0000", "0,00", "0,00", "0,00", "12345678901234", "0,00"}, 1},
+
+        // Confronto dopo il calcolo con qualche campo cambiato. Ettogradi
+        // diversi: i prodotti non si esaminano, il totale sì (da E = 100), e
+        // con differenze non si riscrive.
+        {"confronto degli ettogradi", {}, {}, true, esempio, 0,
+         "Si sono rilevate delle differenze nei calcoli Automatici : "
+         "\r\nIl valore calcolato degli Ettogradi é 120,0000\r\n"
+         "\r\nIl valore calcolato degli Totale aiuto é 1427,40",
+         {{17, "100"}, {18, "qualunque"}}},
+        // Grezzo confronta il testo nudo ("6" non è "6,0000"), neutro il testo
+        // formattato; l'aiuto si guarda solo se la quota combacia.
+        {"confronto delle quote", {}, {}, true, esempio, 0,
+         Differenze + Diff("Quantità alcole grezzo", "6,0000") + Diff("Aiuto alcole neutro", "452,16"),
+         {{18, "6"}, {21, "1"}, {19, "2,4"}, {22, "452,1"}}},
+        {"confronto del totale", {}, {}, true, esempio, 0, Differenze + Diff("Totale aiuto", "1712,88"),
+         {{25, "1700"}}},
+        {"totale zero riscritto", {}, {}, true, esempio, 0, "", {{25, "0,00"}}},
+        // Il confronto riprende le aliquote dall'articolo.
+        {"confronto con l'articolo cambiato", {}, {}, true, esempio, 0,
+         Differenze + Diff("Aiuto alcole grezzo", "673,32") + Diff("Aiuto alcole neutro", "269,33") +
+             Diff("Aiuto acquavite", "134,66") + Diff("Totale aiuto", "1077,31"),
+         {{2, "30"}}},
+        // Senza Ettogradi: solo il totale, con aiuti ricalcolati a zero.
+        {"confronto senza ettogradi", {}, {}, true, esempio, 0, Differenze + Diff("Totale aiuto", "0,00"),
+         {{17, ""}, {18, "diverso"}}},
+        // 8 cifre intere passano nel calcolo, non nel confronto col ",0000";
+        // l'overflow vince sulle differenze, e l'ultimo controllo (il totale)
+        // riaccende Salva.
+        {"overflow degli ettogradi", {}, {}, true, esempio, 1, Overflow("Ettogradi"),
+         {{13, "10000000"}, {16, "1"}, {17, "5"}}, true},
+        {"overflow della quota", {}, {}, true, esempio, 1, Overflow("Quantità alcole grezzo"),
+         {{13, "20000000"}, {16, "1"}, {17, "20000000"}, {18, "1"}, {19, "5"}}, true},
+        {"overflow del totale", {}, {}, true, esempio, 1, Overflow("Totale aiuto"),
+         {{13, ""}, {21, "0,00"}, {22, "0,00"}, {23, "0,00"}, {24, "123456789012"}, {25, "1"}}},
     };
     for (const Caso& c : casi) {
-        SCOPED_TRACE(c.articolo);
-        txt.clear();
-        txt[2] = c.articolo;
-        calcolo.calcoliAutomatici(false);
-        EXPECT_EQ(calcolo.AliquotaGrezzo(), c.grezzo);
-        EXPECT_EQ(calcolo.AliquotaNeutro(), c.neutro);
-        EXPECT_EQ(calcolo.AliquotaAcquavite(), c.acquavite);
-        txt[2] = c.articolo == QString("29") ? "30" : "29";
-        calcolo.CTRL_calcoliAutomatici();
-        EXPECT_NE(calcolo.AliquotaGrezzo(), c.grezzo) << "il confronto riprende le aliquote";
+        SCOPED_TRACE(c.nome);
+        Certificato(c.certificato.isEmpty() ? QStringList{"1000", "50", "20", "10"} : c.certificato);
+        Esempio("29", c.campi);
+        for (int i = 0; i < c.giri; ++i)
+            calcolo.calcoliAutomatici(c.conEttogradi);
+        EXPECT_EQ(Da17A25(), c.attesi);
+        for (const auto& [variabile, atteso] : c.variabili)
+            EXPECT_EQ((calcolo.*variabile)(), atteso);
+        if (c.confronto) {
+            for (const auto& [indice, testo] : c.dopo)
+                txt[indice] = testo;
+            const QString totalePrima = txt[25];
+            EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), *c.confronto);
+            EXPECT_EQ(txt[25], c.confronto->isEmpty() ? c.attesi[8] : totalePrima) << "scritto senza differenze";
+        }
+        AttendiTroppoGrande(c.troppoGrande);
+        EXPECT_EQ(calcolo.SalvaAbilitato(), c.troppoGrande == 0 || c.riacceso);
     }
 }
 
-TEST_F(CalcoloAiutiTest, IlTotaleUsaLeAliquoteDellUltimoCalcolo)
+// Dopo il calcolo dell'esempio: un aiuto nel campo decide solo se il prodotto
+// conta (per il valore calcolato), la detrazione entra come scritta, il segno
+// è una delle 13 cifre. fun_Totale non sceglie le aliquote: restano quelle
+// dell'ultimo calcolo anche con l'articolo cambiato.
+TEST_F(CalcoloAiutiTest, TotaleDagliAiutiCalcolati)
 {
     Esempio("29");
     calcolo.calcoliAutomatici(true);
     txt[2] = "30";
-    EXPECT_EQ(calcolo.fun_Totale(), "1712,88");
-    EXPECT_EQ(calcolo.AliquotaGrezzo(), "1.751");
-}
-
-// --- Aritmetica -------------------------------------------------------------
-
-TEST_F(CalcoloAiutiTest, QuozienteDecimaleA28Cifre)
-{
-    // 100 / 300 a 28 cifre, per 3: la quota resta 0,999... e si mostra 1,0000.
-    Certificato("300", "3", "0", "3");
-    txt[2] = "29";
-    txt[13] = "1";
-    txt[16] = "1";
-    txt[17] = "100";
-    calcolo.calcoliAutomatici(false);
-    EXPECT_EQ(calcolo.CalcQtaGrezzo(), "0,9999999999999999999999999999");
-    EXPECT_EQ(txt[18], "1,0000");
-    EXPECT_EQ(txt[21], "175,10");
-    EXPECT_EQ(txt[20], "1,0000");
-    EXPECT_EQ(txt[23], "175,10");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-TEST_F(CalcoloAiutiTest, AiutiInDoppiaPrecisioneEInDecimale)
-{
-    // Grezzo e neutro in doppia precisione (testo a 15 cifre), acquavite in decimale.
-    const QString quota = "0,123456789012345678";
-    Certificato("1", quota, quota, quota);
-    txt[2] = "29";
-    txt[13] = "1";
-    txt[16] = "1";
-    txt[17] = "1";
-    calcolo.calcoliAutomatici(false);
-    EXPECT_EQ(calcolo.CalcQtaGrezzo(), quota);
-    EXPECT_EQ(calcolo.CalcAiutoGrezzo(), "21,6172837560617");
-    EXPECT_EQ(calcolo.CalcAiutoNeutro(), "23,2592590499259");
-    EXPECT_EQ(calcolo.CalcAiutoAcquavite(), "21,6172837560617282178");
-    EXPECT_EQ(txt[21], "21,62");
-    EXPECT_EQ(txt[23], "21,62");
-    EXPECT_EQ(txt[25], "66,49");
-}
-
-TEST_F(CalcoloAiutiTest, AiutoPiccolissimoInNotazioneEsponenziale)
-{
-    // Sotto 1E-5 la doppia precisione si scrive con l'esponente: "1,751E-06".
-    // Formatta2dec lo taglia in "1,75", e il confronto segnala una differenza
-    // che mostra 0,00, lo stesso valore del campo.
-    Certificato("1000000", "0,01", "0", "0");
-    txt[2] = "29";
-    txt[13] = "1";
-    txt[16] = "1";
-    txt[17] = "1";
-    calcolo.calcoliAutomatici(false);
-    EXPECT_EQ(calcolo.CalcAiutoGrezzo(), "1,751E-06");
-    EXPECT_EQ(txt[18], "0,0000");
-    EXPECT_EQ(txt[21], "0,00");
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(),
-              InizioDifferenze + "\r\nIl valore calcolato degli Aiuto alcole grezzo é 0,00");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-TEST_F(CalcoloAiutiTest, EttogradiInDecimale)
-{
-    Certificato("1000000", "0", "0", "0");
-    txt[2] = "29";
-    txt[13] = "1234,5678";
-    txt[16] = "12,3456";
-    calcolo.calcoliAutomatici(true);
-    EXPECT_TRUE(Decimale(calcolo.CalcEttogradi()) == Decimale("15241,48023168"));
-    EXPECT_EQ(txt[17], "15241,4802");
-}
-
-TEST_F(CalcoloAiutiTest, ArrotondamentoPariDegliAiutiControFormatAllontanato)
-{
-    // Quote 0,15 e 0,25: aiuti 26,265 e 43,775 (spareggi esatti a 15 cifre).
-    struct Caso {
-        const char* quota;
-        const char* aiuto;
-    };
-    for (const Caso& c : {Caso{"0,15", "26,26"}, Caso{"0,25", "43,78"}}) {
-        SCOPED_TRACE(c.quota);
-        Certificato("1000", c.quota, "0", c.quota);
-        txt.clear();
-        txt[2] = "29";
-        txt[13] = "1";
-        txt[16] = "1";
-        txt[17] = "1000";
-        calcolo.calcoliAutomatici(false);
-        EXPECT_EQ(txt[21], c.aiuto) << "doppia precisione, Round pari";
-        EXPECT_EQ(txt[23], c.aiuto) << "decimale, Round pari";
-    }
-    // La quota invece si mostra con Format, che allontana da zero, e resta
-    // intera nella variabile.
-    Certificato("1000", "0,05", "0", "0");
-    txt[17] = "1";
-    calcolo.calcoliAutomatici(false);
-    EXPECT_EQ(txt[18], "0,0001");
-    EXPECT_TRUE(Decimale(calcolo.CalcQtaGrezzo()) == Decimale("0,00005"));
-}
-
-// --- calcoliAutomatici: percorsi e casi limite ----------------------------
-
-TEST_F(CalcoloAiutiTest, SenzaVinoOTitoloSoloIlTotale)
-{
-    for (int manca : {13, 16}) {
-        SCOPED_TRACE(manca);
-        Esempio("29");
-        txt[manca] = "  ";
-        txt[17] = "120";
-        txt[18] = "x";
-        txt[21] = "";
-        txt[24] = "";
-        txt[25] = "99";
-        calcolo.calcoliAutomatici(false);
-        EXPECT_EQ(txt[17], "120");
-        EXPECT_EQ(txt[18], "x");
-        EXPECT_EQ(txt[21], "0,00");
-        EXPECT_EQ(txt[22], "0,00");
-        EXPECT_EQ(txt[24], "0,00");
-        EXPECT_EQ(txt[25], "0,00");
+    // Campi da 21 a 24, totale, totale troppo grande.
+    for (const auto& [campi, totale, troppoGrande] : {
+             std::tuple{Campi{{21, "1,00"}, {22, ""}, {23, "0,00"}, {24, "0,50"}}, "1050,10", false},
+             // 1712,865: arrotondato al pari, non con Format.
+             std::tuple{Campi{{21, "1"}, {22, "1"}, {23, "1"}, {24, "0,015"}}, "1712,86", false},
+             // Aiuto grezzo vuoto dopo un giro fallito: la quota c'è, l'aiuto no.
+             std::tuple{Campi{{21, ""}, {22, "452,16"}, {23, "0,00"}, {24, ""}}, "452,16", false},
+             std::tuple{Campi{{21, ""}, {22, ""}, {23, ""}, {24, "12345678901,5"}}, "-12345678901,50", false},
+             std::tuple{Campi{{21, ""}, {22, ""}, {23, ""}, {24, "123456789012,5"}}, "0,00", true},
+         }) {
+        SCOPED_TRACE(totale);
+        for (const auto& [indice, testo] : campi)
+            txt[indice] = testo;
+        EXPECT_EQ(calcolo.fun_Totale(), totale);
+        AttendiTroppoGrande(troppoGrande ? 1 : 0);
+        EXPECT_EQ(calcolo.SalvaAbilitato(), !troppoGrande);
+        for (const auto& [indice, testo] : campi)
+            EXPECT_EQ(txt[indice], testo.isEmpty() ? "0,00" : testo);
     }
 }
 
-TEST_F(CalcoloAiutiTest, EttogradiVuotiOZeroSiRiempionoSenzaQuote)
-{
-    for (const char* ettogradi : {"", "0,0000"}) {
-        SCOPED_TRACE(ettogradi);
-        txt.clear();
-        Esempio("29");
-        txt[17] = ettogradi;
-        txt[18] = "";
-        calcolo.calcoliAutomatici(false);
-        EXPECT_EQ(txt[17], "120,0000");
-        EXPECT_EQ(txt[18], "") << "le quote vengono al giro successivo";
-        EXPECT_EQ(txt[25], "0,00");
-        calcolo.calcoliAutomatici(false);
-        EXPECT_EQ(txt[18], "6,0000");
-        EXPECT_EQ(txt[25], "1712,88");
-    }
-    // Qui gli Ettogradi non hanno controllo di grandezza.
-    txt.clear();
-    txt[2] = "29";
-    txt[13] = "100000000";
-    txt[16] = "1";
-    txt[17] = "";
-    calcolo.calcoliAutomatici(false);
-    EXPECT_EQ(txt[17], "100000000,0000");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-TEST_F(CalcoloAiutiTest, CertificatoSenzaAcquavite)
-{
-    for (const char* acquavite : {"0", ""}) {
-        SCOPED_TRACE(acquavite);
-        Esempio("29");
-        sessione().UtfSel.QTA_TOT_ACQUAVITE_OTTENUTO = acquavite;
-        calcolo.calcoliAutomatici(true);
-        EXPECT_TRUE(script->messaggi.isEmpty());
-        EXPECT_EQ(txt[20], "0,0000");
-        EXPECT_EQ(txt[23], "0,00");
-        EXPECT_EQ(txt[25], "1502,76");  // 1050,6 + 452,16
-        EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), QString());
-    }
-}
-
-TEST_F(CalcoloAiutiTest, CtrlQuantitaFallisceAOgniChiamata)
-{
-    // Ogni caso fa fallire una chiamata diversa; il campo si svuota, il giro
-    // finisce: i campi seguenti e il totale restano come erano.
-    struct Caso {
-        const char* nome;
-        bool conEttogradi;
-        const char* vino;
-        const char* ettogradi;  // campo 17 quando non si ricalcola
-        const char* grezzo;
-        const char* neutro;
-        const char* acquavite;
-        const char* detrazione;
-        int svuotato;  // 0: fallisce il totale
-    };
-    const Caso casi[] = {
-        {"ettogradi", true, "100000000", "", "1", "1", "1", "", 17},
-        {"quota grezzo", false, "1", "1", "12345678", "1", "1", "", 18},
-        {"quota neutro", false, "1", "1", "1", "1234567,5", "1", "", 19},
-        {"quota acquavite", false, "1", "1", "1", "1", "10000000", "", 20},
-        {"totale", false, "1", "1", "0", "0", "0", "12345678901234", 0},
-    };
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.nome);
-        script->messaggi.clear();
-        txt.clear();
-        Certificato("1", c.grezzo, c.neutro, c.acquavite);
-        txt[2] = "29";
-        txt[13] = c.vino;
-        txt[16] = "1";
-        txt[17] = c.ettogradi;
-        for (int i = 18; i <= 23; ++i)
-            txt[i] = "prima";
-        txt[24] = c.detrazione;
-        txt[25] = "prima";
-        PrevediTroppoGrande();
-        calcolo.calcoliAutomatici(c.conEttogradi);
-        AttendiTroppoGrande();
-        EXPECT_FALSE(calcolo.SalvaAbilitato());
-        if (c.svuotato == 0) {
-            EXPECT_EQ(txt[25], "0,00");
-            continue;
-        }
-        EXPECT_EQ(txt[c.svuotato], "");
-        EXPECT_EQ(txt[25], "prima");
-        for (int i = 18; i <= 23; ++i) {
-            const bool scritto = (i == 18 || i == 21) ? c.svuotato > 18
-                               : (i == 19 || i == 22) ? c.svuotato > 19
-                                                       : false;
-            if (i != c.svuotato && !scritto) {
-                EXPECT_EQ(txt[i], "prima") << i;
-            }
-        }
-    }
-}
-
-TEST_F(CalcoloAiutiTest, TotaleNegativoEIlSegnoComeCifra)
-{
-    Esempio("29");
-    txt[24] = "2000";
-    calcolo.calcoliAutomatici(true);
-    EXPECT_EQ(txt[25], "-287,12");
-
-    // Solo detrazione: il segno occupa una delle 13 posizioni.
-    txt.clear();
-    txt[2] = "29";
-    txt[24] = "12345678901,5";
-    EXPECT_EQ(calcolo.fun_Totale(), "-12345678901,50");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-    txt[24] = "123456789012,5";
-    PrevediTroppoGrande();
-    EXPECT_EQ(calcolo.fun_Totale(), "0,00");
-    AttendiTroppoGrande();
-    EXPECT_FALSE(calcolo.SalvaAbilitato());
-}
-
-TEST_F(CalcoloAiutiTest, IlTotaleSommaGliAiutiCalcolatiNonITesti)
-{
-    Esempio("29");
-    calcolo.calcoliAutomatici(true);  // fun_Totale usa le aliquote dell'ultimo calcolo
-    txt[21] = "1,00";   // conta, ma per 1050,6
-    txt[22] = "";       // non conta: diventa 0,00
-    txt[23] = "0,00";   // non conta
-    txt[24] = "0,50";   // entra come scritto
-    EXPECT_EQ(calcolo.fun_Totale(), "1050,10");
-    EXPECT_EQ(txt[21], "1,00");
-    EXPECT_EQ(txt[22], "0,00");
-    EXPECT_EQ(txt[23], "0,00");
-
-    // Aiuto grezzo vuoto dopo un giro fallito: la quota c'è, l'aiuto no.
-    txt[18] = "6,0000";
-    txt[21] = "";
-    txt[22] = "452,16";
-    txt[24] = "";
-    EXPECT_EQ(calcolo.fun_Totale(), "452,16");
-    EXPECT_EQ(txt[21], "0,00");
-}
-
+// Nessuna guardia: la divisione fallisce e l'errore va al chiamante.
 TEST_F(CalcoloAiutiTest, EttogradiDelCertificatoNulliSollevanoLaDivisione)
 {
-    for (const char* totale : {"0", "", "0,0000"}) {
-        SCOPED_TRACE(totale);
-        Esempio("29");
+    for (const char* totale : {"0", ""}) {
+        Esempio("29", {{17, "120"}});
         sessione().UtfSel.QTA_TOT_ETTOGRADI_VINO_LAVORATO = totale;
-        txt[17] = "120";
-        try {
-            calcolo.calcoliAutomatici(false);
-            ADD_FAILURE() << "attesa la divisione per zero";
-        } catch (const ErroreSistema& e) {
-            EXPECT_EQ(e.numero(), CodiciErrore::DivisionePerZero);
-        }
-        txt[21] = "1,00";
-        EXPECT_THROW(calcolo.fun_Totale(), ErroreSistema);
-        txt[17] = "120,0000";
-        EXPECT_THROW(calcolo.ControllaCalcoliAlSalvataggio(), ErroreSistema);
+        EXPECT_EQ(CodiciErrore::DivisionePerZero, NumeroErrore([&] { calcolo.calcoliAutomatici(false); })) << totale;
     }
-    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
-// --- CtrlQuantita, Formatta2dec, formattaAutomatico ------------------------
-
-TEST_F(CalcoloAiutiTest, CtrlQuantitaEPulsanteSalva)
+// Con la virgola conta la sua posizione: una cifra intera in meno. Ogni
+// chiamata decide di nuovo lo stato di Salva.
+TEST_F(CalcoloAiutiTest, CtrlQuantitaDecideSalva)
 {
-    struct Caso {
-        const char* valore;
-        int cifre;
-        bool passa;
-    };
-    const Caso casi[] = {
-        {"12345678", 8, true},    {"12345678,5", 8, false}, {"1234567,5", 8, true},
-        {"123456789", 8, false},  {"-1234567", 8, true},    {"-12345678", 8, false},
-        {"-1234567,5", 8, false}, {"", 13, true},           {"1000000,0000", 7, false},
-        {"999999,9999", 7, true}, {"12,", 2, false},        {",5", 1, true},
-    };
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.valore);
-        script->messaggi.clear();
-        if (!c.passa)
-            PrevediTroppoGrande();
-        EXPECT_EQ(calcolo.CtrlQuantita(c.valore, c.cifre), c.passa);
-        EXPECT_EQ(calcolo.SalvaAbilitato(), c.passa);
-        if (c.passa) {
-            EXPECT_TRUE(script->messaggi.isEmpty());
-        } else {
-            AttendiTroppoGrande();
-        }
+    for (const auto& [valore, cifre, passa] :
+         {std::tuple{"12345678", 8, true}, {"12345678,5", 8, false}, {"1234567,5", 8, true},
+          {"123456789", 8, false}, {"-1234567", 8, true}, {"-12345678", 8, false}, {"", 13, true}, {"12,", 2, false}}) {
+        SCOPED_TRACE(valore);
+        EXPECT_EQ(calcolo.CtrlQuantita(valore, cifre), passa);
+        EXPECT_EQ(calcolo.SalvaAbilitato(), passa);
+        AttendiTroppoGrande(passa ? 0 : 1);
     }
-    // Salva resta spento fino al prossimo controllo riuscito.
-    PrevediTroppoGrande();
-    calcolo.CtrlQuantita("123456789", 8);
-    EXPECT_FALSE(calcolo.SalvaAbilitato());
-    calcolo.CtrlQuantita("1", 8);
-    EXPECT_TRUE(calcolo.SalvaAbilitato());
 }
 
 TEST(Formatta2dec, TroncaEnonArrotonda)
 {
     const std::pair<const char*, const char*> casi[] = {
-        {"5", "5,00"},       {"5,1", "5,10"},       {"5,129", "5,12"},    {"12,349", "12,34"},
-        {"12,999", "12,99"}, {"1050,6", "1050,60"}, {"0,005", "0,00"},    {"1,25", "1,25"},
-        {"123", "123,00"},   {"-3,456", "-3,45"},   {"-287,1", "-287,10"}, {"5,", "5,"},
-        {"", ""},
+        {"5", "5,00"},       {"5,1", "5,10"},       {"5,129", "5,12"}, {"12,999", "12,99"},
+        {"1050,6", "1050,60"}, {"-3,456", "-3,45"}, {"5,", "5,"},      {"", ""},
     };
     for (const auto& [valore, atteso] : casi)
         EXPECT_EQ(Formatta2dec(valore), QString(atteso)) << valore;
@@ -480,248 +315,92 @@ TEST(Formatta2dec, TroncaEnonArrotonda)
 
 TEST_F(CalcoloAiutiTest, FormaNormaleDeiCampi)
 {
-    struct Caso {
-        int indice;
-        const char* testo;
-        const char* atteso;
-    };
-    const Caso casi[] = {
-        {10, "", "0,0000"},          {13, "12,5", "12,5000"},   {14, "  ", "0,0000"},
-        {16, ",5", "0,5000"},        {17, "1,23465", "1,2347"}, {18, "6", "6,0000"},
-        {20, "0,00005", "0,0001"},   {21, "", "0,00"},          {22, "1,005", "1,01"},
-        {23, "12,345", "12,35"},     {24, ",5", "0,50"},        {25, "1712,88", "1712,88"},
-        {25, "-287,12", "0-287,12"},  // lo "0" davanti rende il testo non numerico: resta così
-        {11, "3", "03"},             {11, "", ""},              {12, "3", "3"},
-        {15, "ROSSO", "ROSSO"},      {26, "5", "5"},
-    };
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.indice);
-        txt[c.indice] = c.testo;
-        calcolo.formattaAutomatico(c.indice);
-        EXPECT_EQ(txt[c.indice], c.atteso) << c.testo;
+    // "0" e "-287,12" non fanno un numero: il testo resta così.
+    for (const auto& [indice, testo, atteso] :
+         {std::tuple{11, "3", "03"}, {12, "3", "3"}, {15, "ROSSO", "ROSSO"}, {16, ",5", "0,5000"},
+          {17, "1,23465", "1,2347"}, {21, "  ", "0,00"}, {22, "1,005", "1,01"}, {25, "-287,12", "0-287,12"}}) {
+        txt[indice] = testo;
+        calcolo.formattaAutomatico(indice);
+        EXPECT_EQ(txt[indice], atteso) << indice << " " << testo;
     }
 }
 
-// --- CTRL_calcoliAutomatici ---------------------------------------------------
-
-TEST_F(CalcoloAiutiTest, ConfrontoEttogradiDiversiFermaIProdotti)
+// I campi vanno prima alla forma normale. Con differenze si chiede se
+// sostituirle (Sì ricalcola tutto), con un overflow se salvare senza calcoli
+// (Annulla non salva); il titolo è quello dell'articolo 29 anche per il 30.
+TEST_F(CalcoloAiutiTest, DomandeAlSalvataggio)
 {
-    Esempio("29");
-    calcolo.calcoliAutomatici(true);
-    txt[17] = "100";
-    txt[18] = "qualunque";
-    // Il totale invece si ricalcola dagli Ettogradi del campo (100): 1427,40.
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), InizioDifferenze +
-                                                    "\r\nIl valore calcolato degli Ettogradi é 120,0000\r\n"
-                                                    "\r\nIl valore calcolato degli Totale aiuto é 1427,40");
-    EXPECT_EQ(txt[25], "1712,88") << "con differenze il totale non si riscrive";
-}
-
-TEST_F(CalcoloAiutiTest, ConfrontoQuoteAsimmetricoEAiutiSoloSeLaQuotaCombacia)
-{
-    Esempio("29");
-    calcolo.calcoliAutomatici(true);
-    // Grezzo: testo nudo, "6" non è "6,0000". Neutro: testo formattato, "2,4" va bene.
-    txt[18] = "6";
-    txt[21] = "1";      // non esaminato: la quota differisce già
-    txt[19] = "2,4";
-    txt[22] = "452,1";  // esaminato: differisce
-    txt[20] = "1,2000";
-    txt[23] = "210,12";
-    txt[25] = "1712,88";
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), InizioDifferenze +
-                                                    "\r\nIl valore calcolato degli Quantità alcole grezzo é 6,0000"
-                                                    "\r\nIl valore calcolato degli Aiuto alcole neutro é 452,16");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-TEST_F(CalcoloAiutiTest, ConfrontoDelTotale)
-{
-    Esempio("29");
-    calcolo.calcoliAutomatici(true);
-    txt[25] = "1700";
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(),
-              InizioDifferenze + "\r\nIl valore calcolato degli Totale aiuto é 1712,88");
-    // "0,00" nel totale non si confronta: si riscrive.
-    txt[25] = "0,00";
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), QString());
-    EXPECT_EQ(txt[25], "1712,88");
-    // Senza Ettogradi i prodotti non si esaminano; il totale sì, e con
-    // Ettogradi vuoti gli aiuti ricalcolati valgono zero.
-    txt[17] = "";
-    txt[18] = "diverso";
-    txt[25] = "1712,88";
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), InizioDifferenze + "\r\nIl valore calcolato degli Totale aiuto é 0,00");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-TEST_F(CalcoloAiutiTest, OverflowNelConfronto)
-{
-    // Una quota di 1000000 passa il calcolo (intero di 7 cifre) ma nel confronto
-    // si controlla il valore formattato, "1000000,0000": overflow.
-    Certificato("1000", "1000000", "20", "10");
-    txt[2] = "29";
-    txt[13] = "1000";
-    txt[16] = "1";
-    calcolo.calcoliAutomatici(true);
-    EXPECT_EQ(txt[18], "1000000,0000");
-    EXPECT_TRUE(script->messaggi.isEmpty());
-
-    txt[18] = "1";
-    txt[19] = "5";  // anche una differenza: vince l'overflow
-    PrevediTroppoGrande();
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(),
-              "OVERFLOW - Il campo Quantità alcole grezzo non puo' essere calcolato \r\n");
-    AttendiTroppoGrande();
-    // L'ultimo controllo (quello del totale) ha riacceso Salva.
-    EXPECT_TRUE(calcolo.SalvaAbilitato());
-
-    // Ettogradi di 8 cifre intere: passano nel calcolo, non nel confronto.
-    script->messaggi.clear();
-    txt[13] = "10000000";
-    txt[17] = "5";
-    PrevediTroppoGrande();
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), "OVERFLOW - Il campo Ettogradi non puo' essere calcolato \r\n");
-    AttendiTroppoGrande();
-
-    // Totale intero di 13 caratteri: passa in fun_Totale, non col ",00".
-    script->messaggi.clear();
-    txt.clear();
-    txt[2] = "29";
-    txt[24] = "123456789012";
-    txt[25] = "1";
-    PrevediTroppoGrande();
-    EXPECT_EQ(calcolo.CTRL_calcoliAutomatici(), "OVERFLOW - Il campo Totale aiuto non puo' essere calcolato \r\n");
-    AttendiTroppoGrande();
-    EXPECT_FALSE(calcolo.SalvaAbilitato());
-}
-
-// --- Salvataggio e Cmdcalcolo -------------------------------------------------
-
-TEST_F(CalcoloAiutiTest, SalvataggioConDifferenze)
-{
-    const QString attesa = InizioDifferenze + "\r\nIl valore calcolato degli Ettogradi é 120,0000\r\n"
-                                              "\r\nSostituire con i valori calcolati ?";
-    for (int risposta : {RispostaMsg::Si, RispostaMsg::No}) {
+    const QString differenze = Differenze + "\r\nIl valore calcolato degli Ettogradi é 120,0000\r\n" +
+                               "\r\nSostituire con i valori calcolati ?";
+    const QString overflow = "OVERFLOW - Il campo Ettogradi non puo' essere calcolato \r\n"
+                             "\r\nI dati saranno salvati senza calcoli automatici";
+    const Campi troppi = {{2, "30"}, {13, "10000000"}, {16, "1"}, {17, "5"}};
+    const QStringList calcolati = {"1000,0000", "0,1200", "120,0000", "1050,60", "1712,88"};
+    const QStringList traboccati = {"10000000,0000", "1,0000", "5,0000", "0,00", "0,00"};
+    // Campi, risposta (0: nessuna domanda), campi 13, 16, 17, 21 e 25 dopo.
+    for (const auto& [campi, risposta, attesi] : {
+             std::tuple{Campi{{17, "100"}}, RispostaMsg::Si, calcolati},
+             std::tuple{Campi{{17, "100"}}, RispostaMsg::No,
+                        QStringList{"1000,0000", "0,1200", "100,0000", "0,00", "0,00"}},
+             std::tuple{troppi, RispostaMsg::OK, traboccati},
+             std::tuple{troppi, RispostaMsg::Annulla, traboccati},
+             // Valori scritti a mano che combaciano: nessuna domanda.
+             std::tuple{Campi{{17, "120"}, {18, "6"}, {19, "2,4"}, {20, "1,2"}, {21, "1050,6"}, {22, "452,16"},
+                              {23, "210,12"}, {25, "1712,88"}},
+                        0, calcolati},
+         }) {
         SCOPED_TRACE(risposta);
-        script->messaggi.clear();
-        txt.clear();
-        Esempio("29");
-        txt[17] = "100";
-        script->Rispondi(risposta);
-        EXPECT_TRUE(calcolo.ControllaCalcoliAlSalvataggio());
-        ASSERT_EQ(script->messaggi.size(), 1);
-        EXPECT_EQ(script->messaggi[0].testo, attesa);
-        EXPECT_EQ(script->messaggi[0].stile, StileMsg::SiNo);
-        EXPECT_EQ(script->messaggi[0].titolo, "Domande di aiuto alla distillazione facoltativa (Art.29)");
-        // Campi portati alla forma normale prima del confronto.
-        EXPECT_EQ(txt[13], "1000,0000");
-        EXPECT_EQ(txt[16], "0,1200");
-        if (risposta == RispostaMsg::Si) {
-            EXPECT_EQ(txt[17], "120,0000");
-            EXPECT_EQ(txt[21], "1050,60");
-            EXPECT_EQ(txt[25], "1712,88");
-        } else {
-            EXPECT_EQ(txt[17], "100,0000");
-            EXPECT_EQ(txt[21], "0,00");
-            EXPECT_EQ(txt[25], "0,00");
+        Esempio("29", campi);
+        const bool traboccato = campi == troppi;
+        if (traboccato)
+            script->Rispondi(RispostaMsg::OK);
+        if (risposta != 0)
+            script->Rispondi(risposta);
+        EXPECT_EQ(calcolo.ControllaCalcoliAlSalvataggio(), risposta != RispostaMsg::Annulla);
+        if (risposta != 0) {
+            ASSERT_FALSE(script->messaggi.isEmpty());
+            const MessaggioRegistrato m = script->messaggi.takeLast();
+            EXPECT_EQ(m.testo, traboccato ? overflow : differenze);
+            EXPECT_EQ(m.stile, traboccato ? StileMsg::OKAnnulla : StileMsg::SiNo);
+            EXPECT_EQ(m.titolo, "Domande di aiuto alla distillazione facoltativa (Art.29)");
+        }
+        AttendiTroppoGrande(traboccato ? 1 : 0);
+        EXPECT_EQ((QStringList{txt[13], txt[16], txt[17], txt[21], txt[25]}), attesi);
+        EXPECT_EQ(txt[10], "0,0000");
+    }
+}
+
+// Vino e titolo vuoti o "0,00" fermano il calcolo. Ettogradi vuoti o "0,00":
+// un clic basta; "0,0000" conta come pieno e il primo clic scrive solo gli
+// Ettogradi; Ettogradi pieni restano quelli scritti.
+TEST_F(CalcoloAiutiTest, Cmdcalcolo)
+{
+    const QString seguito = " campo obbligatorio per effettuare i calcoli automatici. ";
+    // Campi, clic, campo che riceve il fuoco (0: calcolo eseguito), campi 17 e 18 dopo.
+    for (const auto& [campi, clic, fuoco, dopo17, dopo18] : {
+             std::tuple{Campi{{13, ""}}, 1, 13, "", ""},
+             {Campi{{16, " "}}, 1, 16, "", ""},
+             {Campi{{13, "0,0000"}, {16, "0,00"}}, 1, 16, "", ""},
+             {Campi{}, 1, 0, "120,0000", "6,0000"},
+             {Campi{{17, "0,00"}}, 1, 0, "120,0000", "6,0000"},
+             {Campi{{17, "0,0000"}}, 1, 0, "120,0000", ""},
+             {Campi{{17, "0,0000"}}, 2, 0, "120,0000", "6,0000"},
+             {Campi{{17, "240"}}, 1, 0, "240", "12,0000"},
+         }) {
+        Esempio("29", campi);
+        for (int i = 0; i < clic; ++i)
+            EXPECT_EQ(calcolo.Cmdcalcolo(), fuoco);
+        EXPECT_EQ(txt[17], dopo17);
+        EXPECT_EQ(txt[18], dopo18);
+        if (fuoco != 0) {
+            ASSERT_EQ(script->messaggi.size(), 1);
+            const MessaggioRegistrato m = script->messaggi.takeFirst();
+            const QString campo = fuoco == 13 ? "Vino effettivamente distillato" : "Titolo alcolometro fatturato ";
+            EXPECT_EQ(m.testo, campo + seguito);
+            EXPECT_EQ(m.stile, StileMsg::Informazione);
+            EXPECT_EQ(m.titolo, "Salvataggio ");
         }
     }
-}
-
-TEST_F(CalcoloAiutiTest, SalvataggioConOverflow)
-{
-    const QString attesa = "OVERFLOW - Il campo Ettogradi non puo' essere calcolato \r\n"
-                           "\r\nI dati saranno salvati senza calcoli automatici";
-    for (int risposta : {RispostaMsg::OK, RispostaMsg::Annulla}) {
-        SCOPED_TRACE(risposta);
-        script->messaggi.clear();
-        txt.clear();
-        Certificato("1000", "50", "20", "10");
-        txt[2] = "30";  // il titolo resta quello dell'articolo 29
-        txt[13] = "10000000";
-        txt[16] = "1";
-        txt[17] = "5";
-        PrevediTroppoGrande();
-        script->Rispondi(risposta);
-        EXPECT_EQ(calcolo.ControllaCalcoliAlSalvataggio(), risposta == RispostaMsg::OK);
-        ASSERT_EQ(script->messaggi.size(), 2);
-        EXPECT_EQ(script->messaggi[0].testo, MsgTroppoGrande);
-        EXPECT_EQ(script->messaggi[1].testo, attesa);
-        EXPECT_EQ(script->messaggi[1].stile, StileMsg::OKAnnulla);
-        EXPECT_EQ(script->messaggi[1].titolo, "Domande di aiuto alla distillazione facoltativa (Art.29)");
-        EXPECT_EQ(txt[17], "5,0000") << "nessun calcolo scritto";
-    }
-}
-
-TEST_F(CalcoloAiutiTest, SalvataggioSenzaDifferenzeNonChiedeNulla)
-{
-    Esempio("29");
-    calcolo.calcoliAutomatici(true);
-    EXPECT_TRUE(calcolo.ControllaCalcoliAlSalvataggio());
-    EXPECT_TRUE(script->messaggi.isEmpty());
-    EXPECT_EQ(txt[14], "0,0000");
-    EXPECT_EQ(txt[10], "0,0000");
-}
-
-TEST_F(CalcoloAiutiTest, CmdcalcoloCampiObbligatori)
-{
-    struct Caso {
-        const char* vino;
-        const char* titolo;
-        int fuoco;
-        const char* messaggio;
-    };
-    const Caso casi[] = {
-        {"", "0,12", 13, "Vino effettivamente distillato campo obbligatorio per effettuare i calcoli automatici. "},
-        {"0,00", "0,12", 13, "Vino effettivamente distillato campo obbligatorio per effettuare i calcoli automatici. "},
-        {"1000", " ", 16, "Titolo alcolometro fatturato  campo obbligatorio per effettuare i calcoli automatici. "},
-        {"0,0000", "0,00", 16, "Titolo alcolometro fatturato  campo obbligatorio per effettuare i calcoli automatici. "},
-    };
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.fuoco);
-        script->messaggi.clear();
-        Esempio("29");
-        txt[13] = c.vino;
-        txt[16] = c.titolo;
-        txt[17] = "";
-        script->Rispondi(RispostaMsg::OK);
-        EXPECT_EQ(calcolo.Cmdcalcolo(), c.fuoco);
-        ASSERT_EQ(script->messaggi.size(), 1);
-        EXPECT_EQ(script->messaggi[0].testo, c.messaggio);
-        EXPECT_EQ(script->messaggi[0].stile, StileMsg::Informazione);
-        EXPECT_EQ(script->messaggi[0].titolo, "Salvataggio ");
-        EXPECT_EQ(txt[17], "") << "nessun calcolo";
-    }
-}
-
-TEST_F(CalcoloAiutiTest, CmdcalcoloZeroADueDecimaliControCampoAQuattro)
-{
-    // Vuoto o "0,00": un clic basta, gli Ettogradi si ricalcolano col controllo.
-    for (const char* ettogradi : {"", "0,00"}) {
-        SCOPED_TRACE(ettogradi);
-        Esempio("29");
-        txt[17] = ettogradi;
-        EXPECT_EQ(calcolo.Cmdcalcolo(), 0);
-        EXPECT_EQ(txt[17], "120,0000");
-        EXPECT_EQ(txt[21], "1050,60");
-    }
-    // "0,0000" conta come pieno: il primo clic scrive solo gli Ettogradi.
-    txt.clear();
-    Esempio("29");
-    txt[17] = "0,0000";
-    EXPECT_EQ(calcolo.Cmdcalcolo(), 0);
-    EXPECT_EQ(txt[17], "120,0000");
-    EXPECT_EQ(txt[18], "");
-    EXPECT_EQ(calcolo.Cmdcalcolo(), 0);
-    EXPECT_EQ(txt[18], "6,0000");
-    EXPECT_EQ(txt[25], "1712,88");
-    // Con Ettogradi pieni non si ricalcolano: restano quelli scritti.
-    txt[17] = "240";
-    EXPECT_EQ(calcolo.Cmdcalcolo(), 0);
-    EXPECT_EQ(txt[17], "240");
-    EXPECT_EQ(txt[18], "12,0000");
-    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
 }  // namespace

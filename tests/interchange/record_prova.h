@@ -1,8 +1,22 @@
 #pragma once
 // Aiuti per scrivere e confrontare i record attesi dei tracciati.
 
+#include "shell/session_state.h"
+#include "support/errori_prova.h"
+
 #include <QString>
 #include <gtest/gtest.h>
+
+// La distilleria delle prove dei due rami.
+inline DatiDistilleria Distilleria()
+{
+    DatiDistilleria d;
+    d.CODI_FISC = QStringLiteral("01234567890");
+    d.RAGI_SOCI = QStringLiteral("DISTILLERIA BOSCO SPA");
+    d.INDI_DIST = QStringLiteral("VIA ROMA 12 ASTI");
+    return d;
+}
+
 
 // Il testo seguito da spazi fino alla larghezza: solo per scrivere i campi
 // lunghi dei record attesi senza contare gli spazi a mano.

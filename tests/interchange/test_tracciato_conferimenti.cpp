@@ -1,7 +1,6 @@
 // Tracciato della fornitura del ramo conferimenti: record interi, carattere
 // per carattere, in uscita e in entrata (con le ricerche nel database).
 
-#include "common/errore.h"
 #include "interchange/TracciatoConferimenti.h"
 #include "record_prova.h"
 #include "shell/session_state.h"
@@ -9,56 +8,61 @@
 #include "support/cartella_prova.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 using namespace TracciatoConferimenti;
 
 namespace {
 
-DatiDistilleria Distilleria()
-{
-    DatiDistilleria d;
-    d.CODI_FISC = QStringLiteral("01234567890");
-    d.RAGI_SOCI = QStringLiteral("DISTILLERIA BOSCO SPA");
-    d.INDI_DIST = QStringLiteral("VIA ROMA 12 ASTI");
-    return d;
-}
-
 RigaValori CertificatoTipico()
 {
-    return RigaValori{{"domanda", "4711"},
-                      {"TAB_UTF.NUMERO_CERTIFICATO_UTF", "12345"},
-                      {"SIGLA_UFFICIO_UTF_PROVINCIA", "AT"},
-                      {"TAB_UTF.DATA_EMISSIONE_CERTIFICATO", "05/11/2005"},
-                      {"QTA_TOT_VINO_LAVORATO", "1000,5"},
-                      {"QTA_TOT_ALCOLE_NEUTRO_OTTENUTO", "50,25"},
-                      {"QTA_TOT_ALCOLE_GREZZO_OTTENUTO", ""},
-                      {"QTA_TOT_ACQUAVITE_OTTENUTO", "0,0000"},
+    return RigaValori{{"domanda", "4711"},          {"TAB_UTF.NUMERO_CERTIFICATO_UTF", "12345"},
+                      {"SIGLA_UFFICIO_UTF_PROVINCIA", "AT"}, {"TAB_UTF.DATA_EMISSIONE_CERTIFICATO", "05/11/2005"},
+                      {"QTA_TOT_VINO_LAVORATO", "1000,5"},  {"QTA_TOT_ALCOLE_NEUTRO_OTTENUTO", "50,25"},
+                      {"QTA_TOT_ALCOLE_GREZZO_OTTENUTO", ""}, {"QTA_TOT_ACQUAVITE_OTTENUTO", "0,0000"},
                       {"QTA_TOT_ETTOGRADI_VINO_LAVORATO", "12506,25"}};
 }
 
+// Aiuto sull'acquavite zero; neutro con decimali oltre i quattro; il colore è la chiave.
 RigaValori ProduttoreTipico()
 {
-    return RigaValori{{"CODI_FISC", "BNCGPP60B02A479X"},
-                      {"DENOMINAZIONE", "BIANCO GIUSEPPE"},
-                      {"CODICE_CONTRATTO_DISTILLAZIONE", "123"},
-                      {"QTA_VINO_EFFETIVAMENTE_DISTILLATA", "80,5"},
-                      {"TITOLO_ALCOLOMETRICO_FATTURATO", "11,5"},
-                      {"ETTOGRADI", "925,75"},
-                      {"QTA_ALCOLE_NEUTRO", "10,12345"},
-                      {"QTA_ALCOLE_GREZZO", ""},
-                      {"QTA_ACQUAVITE", "0"},
-                      {"AIUTO_ALCOLE_NEUTRO", "150,5"},
-                      {"AIUTO_ALCOLE_GREZZO", "0,00"},
-                      {"AIUTO_ACQUAVITE", "0"},
-                      {"IMPORTO_DETRAIBILE", "12"},
-                      {"ID_COLORE", "2"},
-                      {"APPROVAZIONE_ANTICIPATA", "S"},
-                      {"PERC_APPROVAZIONE_ANTICIPATA", "50"}};
+    return RigaValori{{"CODI_FISC", "BNCGPP60B02A479X"}, {"DENOMINAZIONE", "BIANCO GIUSEPPE"},
+                      {"CODICE_CONTRATTO_DISTILLAZIONE", "123"}, {"QTA_VINO_EFFETIVAMENTE_DISTILLATA", "80,5"},
+                      {"TITOLO_ALCOLOMETRICO_FATTURATO", "11,5"}, {"ETTOGRADI", "925,75"},
+                      {"QTA_ALCOLE_NEUTRO", "10,12345"},       {"QTA_ALCOLE_GREZZO", ""},
+                      {"QTA_ACQUAVITE", "0"},                  {"AIUTO_ALCOLE_NEUTRO", "150,5"},
+                      {"AIUTO_ALCOLE_GREZZO", "0,00"},         {"AIUTO_ACQUAVITE", "0"},
+                      {"IMPORTO_DETRAIBILE", "12"},            {"ID_COLORE", "2"},
+                      {"APPROVAZIONE_ANTICIPATA", "S"},        {"PERC_APPROVAZIONE_ANTICIPATA", "50"}};
 }
 
-// Il record 1 del certificato tipico, come deve uscire.
-const QString Certificato1 = QStringLiteral("1") + "4711       " + "12345    " + "AT" + "20051105" + "00010005000" +
-                             "00000502500" + "00000000000" + "00000000000" + "000125062500" + Bianchi(213);
+// Il certificato tipico: record 1 in uscita, 2 in entrata alle stesse posizioni.
+struct Certificato {
+    QString tipo = "1", domanda = "4711       ", numero = "12345    ", sigla = "AT", data = "20051105",
+            vino = "00010005000", neutro = "00000502500", grezzo = QString(11, '0'), acquavite = QString(11, '0'),
+            ettogradi = "000125062500";
+    QString riga() const
+    {
+        return tipo + domanda + numero + sigla + data + vino + neutro + grezzo + acquavite + ettogradi + Bianchi(213);
+    }
+};
+
+// Il produttore tipico: record 2 in uscita, 3 in entrata, uguali fino alla
+// posizione 246. I decimali oltre il quarto sono tagliati (10,12345).
+struct Produttore {
+    QString tipo = "2", domanda = "       4711", certificato = "12345    AT20051105", cf = "BNCGPP60B02A479X",
+            nome = Sx("BIANCO GIUSEPPE", 70), contratto = "00000000123", vino = "00000805000", titolo = "115000",
+            ettogradi = "000009257500", neutro = "00000101234", grezzo = QString(11, '0'),
+            acquavite = QString(11, '0'), aiutoNeutro = "00000000015050", aiutoGrezzo = QString(14, '0'),
+            aiutoAcquavite = QString(14, '0'), detraibile = "00000000001200", coda = "02" "S" "050" + Bianchi(48);
+    QString riga() const
+    {
+        return tipo + domanda + certificato + cf + nome + contratto + vino + titolo + ettogradi + neutro + grezzo +
+               acquavite + aiutoNeutro + aiutoGrezzo + aiutoAcquavite + detraibile + coda;
+    }
+};
+
+const QString InizioCoda = QStringLiteral("9") + QString(30, '9');
 
 class TracciatoConferimentiUscita : public ::testing::Test {
 protected:
@@ -73,126 +77,74 @@ protected:
     Scarico scarico;
 };
 
-TEST_F(TracciatoConferimentiUscita, Testata)
+TEST_F(TracciatoConferimentiUscita, TestataECertificato)
 {
-    const QString atteso = QStringLiteral("0") + "000000000000000000000000000000" + "2005/2006" + "0007" +
-                           "20060315" + Sx("DISTILLERIA BOSCO SPA", 70) + "01234567890     " + "10" + "29" +
-                           Bianchi(158);
-    EXPECT_TRUE(RecordUguale(atteso, scarico.TRACCIATO_0()));
-    EXPECT_EQ(LunghezzaRecord, scarico.TRACCIATO_0().size());
-}
+    const QString testata = QStringLiteral("0") + QString(30, '0') + "2005/2006" + "0007" + "20060315" +
+                            Sx("DISTILLERIA BOSCO SPA", 70) + "01234567890     " + "10" + "29" + Bianchi(158);
+    ASSERT_EQ(LunghezzaRecord, testata.size());
+    EXPECT_TRUE(RecordUguale(testata, scarico.TRACCIATO_0()));
 
-TEST_F(TracciatoConferimentiUscita, CertificatoRicordaDomandaERiga)
-{
-    EXPECT_TRUE(RecordUguale(Certificato1, scarico.TRACCIATO_1(CertificatoTipico())));
-    EXPECT_EQ("4711", scarico.DomandaRicordata);
-    EXPECT_EQ(Certificato1, scarico.UltimoRecord1);
-}
-
-TEST_F(TracciatoConferimentiUscita, CertificatoSenzaDataEConCampiLunghi)
-{
+    ASSERT_EQ(LunghezzaRecord, Certificato{}.riga().size());
+    EXPECT_TRUE(RecordUguale(Certificato{}.riga(), scarico.TRACCIATO_1(CertificatoTipico())));
+    // Senza sigla né data; numero e quantità troppo lunghi tagliati.
     RigaValori riga = CertificatoTipico();
-    riga.Imposta("domanda", "00000004711")
-        .Imposta("TAB_UTF.NUMERO_CERTIFICATO_UTF", "AT/2005/000123")
-        .Imposta("SIGLA_UFFICIO_UTF_PROVINCIA", QString())
-        .Imposta("TAB_UTF.DATA_EMISSIONE_CERTIFICATO", QString())
-        .Imposta("QTA_TOT_VINO_LAVORATO", "123456789,12");
-    const QString atteso = QStringLiteral("1") + "00000004711" + "AT/2005/0" + "  " + Bianchi(8) + "34567891200" +
-                           "00000502500" + "00000000000" + "00000000000" + "000125062500" + Bianchi(213);
-    EXPECT_TRUE(RecordUguale(atteso, scarico.TRACCIATO_1(riga)));
+    riga.Imposta("domanda", "00000004711").Imposta("TAB_UTF.NUMERO_CERTIFICATO_UTF", "AT/2005/000123");
+    riga.Imposta("SIGLA_UFFICIO_UTF_PROVINCIA", QString()).Imposta("TAB_UTF.DATA_EMISSIONE_CERTIFICATO", QString());
+    riga.Imposta("QTA_TOT_VINO_LAVORATO", "123456789,12");
+    EXPECT_TRUE(RecordUguale(Certificato{.domanda = "00000004711", .numero = "AT/2005/0", .sigla = "  ",
+                                         .data = Bianchi(8), .vino = "34567891200"}
+                                 .riga(),
+                             scarico.TRACCIATO_1(riga)));
 }
 
-TEST_F(TracciatoConferimentiUscita, ProduttoreConIValoriDelCertificato)
+TEST_F(TracciatoConferimentiUscita, Produttore)
 {
+    ASSERT_EQ(LunghezzaRecord, Produttore{}.riga().size());
     scarico.TRACCIATO_1(CertificatoTipico());
-    // Aiuto sull'acquavite zero: solo zeri. Decimali oltre i quattro tagliati,
-    // non arrotondati (10,12345 -> 101234). Il colore è la chiave.
-    const QString atteso = QStringLiteral("2") + "       4711" + "12345    " + "AT" + "20051105" +
-                           "BNCGPP60B02A479X" + Sx("BIANCO GIUSEPPE", 70) + "00000000123" + "00000805000" +
-                           "115000" + "000009257500" + "00000101234" + "00000000000" + "00000000000" +
-                           "00000000015050" + "00000000000000" + "00000000000000" + "00000000001200" + "02" + "S" +
-                           "050" + Bianchi(48);
-    EXPECT_TRUE(RecordUguale(atteso, scarico.TRACCIATO_2(ProduttoreTipico())));
-}
-
-TEST_F(TracciatoConferimentiUscita, ProduttoreConNullENomeTroppoLungo)
-{
-    scarico.TRACCIATO_1(CertificatoTipico());
+    EXPECT_TRUE(RecordUguale(Produttore{}.riga(), scarico.TRACCIATO_2(ProduttoreTipico())));
+    // Null e nome oltre i 70 caratteri; aiuto zero: solo zeri.
     RigaValori riga = ProduttoreTipico();
-    riga.Imposta("DENOMINAZIONE", "SOCIETA AGRICOLA SEMPLICE DEI FRATELLI BIANCO GIUSEPPE E LUIGI DI CANELLI")
-        .Imposta("ID_COLORE", QString())
-        .Imposta("APPROVAZIONE_ANTICIPATA", QString())
-        .Imposta("PERC_APPROVAZIONE_ANTICIPATA", QString())
-        .Imposta("CODICE_CONTRATTO_DISTILLAZIONE", QString())
-        .Imposta("AIUTO_ALCOLE_NEUTRO", "0,00");
-    const QString atteso = QStringLiteral("2") + "       4711" + "12345    " + "AT" + "20051105" +
-                           "BNCGPP60B02A479X" +
-                           "SOCIETA AGRICOLA SEMPLICE DEI FRATELLI BIANCO GIUSEPPE E LUIGI DI CANE" +
-                           "00000000000" + "00000805000" + "115000" + "000009257500" + "00000101234" +
-                           "00000000000" + "00000000000" + "00000000000000" + "00000000000000" +
-                           "00000000000000" + "00000000001200" + "00" + " " + "000" + Bianchi(48);
-    EXPECT_TRUE(RecordUguale(atteso, scarico.TRACCIATO_2(riga)));
+    riga.Imposta("DENOMINAZIONE", "SOCIETA AGRICOLA SEMPLICE DEI FRATELLI BIANCO GIUSEPPE E LUIGI DI CANELLI");
+    riga.Imposta("ID_COLORE", QString()).Imposta("APPROVAZIONE_ANTICIPATA", QString());
+    riga.Imposta("PERC_APPROVAZIONE_ANTICIPATA", QString()).Imposta("CODICE_CONTRATTO_DISTILLAZIONE", QString());
+    riga.Imposta("AIUTO_ALCOLE_NEUTRO", "0,00");
+    const Produttore atteso{.nome = "SOCIETA AGRICOLA SEMPLICE DEI FRATELLI BIANCO GIUSEPPE E LUIGI DI CANE",
+                            .contratto = QString(11, '0'), .aiutoNeutro = QString(14, '0'),
+                            .coda = "00" " " "000" + Bianchi(48)};
+    EXPECT_TRUE(RecordUguale(atteso.riga(), scarico.TRACCIATO_2(riga)));
 }
 
-TEST_F(TracciatoConferimentiUscita, ProduttoreSenzaCertificatoPrima)
+TEST_F(TracciatoConferimentiUscita, Coda)
 {
-    // Nessun record 1 ancora: numero e parte del certificato restano bianchi.
-    const QString r = scarico.TRACCIATO_2(ProduttoreTipico());
-    EXPECT_EQ(QStringLiteral("2") + Bianchi(30) + "BNCGPP60B02A479X", r.left(47));
-    EXPECT_EQ(LunghezzaRecord, r.size());
-}
-
-struct CasoCoda {
-    const char* nome;
-    TotaliDomanda totali;
-    QString atteso;
-};
-
-class CodaConferimenti : public TracciatoConferimentiUscita, public ::testing::WithParamInterface<CasoCoda> {};
-
-TEST_P(CodaConferimenti, RecordIntero)
-{
-    scarico.ContaCertificati = 2;
-    scarico.ContaProduttori = 15;
-    EXPECT_TRUE(RecordUguale(GetParam().atteso, scarico.TRACCIATO_9(GetParam().totali)));
-    EXPECT_EQ(0, scarico.ContaCertificati);
-    EXPECT_EQ(15, scarico.ContaProduttori);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Casi, CodaConferimenti,
-    ::testing::Values(
-        CasoCoda{"Tipica",
-                 {1500.5, 0, 200.25, 100, "500"},
-                 QStringLiteral("9") + "999999999999999999999999999999" + "000002" + "000015" +
-                     "000000000150050" + "000000000000000" + "000000000020025" + "000000000010000" +
-                     "000000000160075" + "00000000050000" + "000000000110075" + Bianchi(153)},
-        // Le somme passano per "##0.00" (arrotondate), il netto no: i
-        // decimali oltre il secondo sono tagliati.
-        CasoCoda{"TerzoDecimale",
-                 {10.005, 0, 0, 0, ""},
-                 QStringLiteral("9") + "999999999999999999999999999999" + "000002" + "000015" +
-                     "000000000001001" + "000000000000000" + "000000000000000" + "000000000000000" +
-                     "000000000001000" + "00000000000000" + "000000000001000" + Bianchi(153)},
-        // Somme di doppie con i loro resti: il netto esatto a 15 cifre.
-        CasoCoda{"SommeInDoppiaPrecisione",
-                 {0.1 + 0.2, 0.7, 0, 0.3, "0,5"},
-                 QStringLiteral("9") + "999999999999999999999999999999" + "000002" + "000015" +
-                     "000000000000030" + "000000000000070" + "000000000000000" + "000000000000030" +
-                     "000000000000070" + "00000000000050" + "000000000000020" + Bianchi(153)}),
-    [](const ::testing::TestParamInfo<CasoCoda>& info) { return std::string(info.param.nome); });
-
-TEST_F(TracciatoConferimentiUscita, CodaSenzaTotaliDiQuarantatreCaratteri)
-{
-    scarico.ContaCertificati = 1;
-    const QString r = scarico.TRACCIATO_9(std::nullopt);
-    EXPECT_TRUE(RecordUguale(QStringLiteral("9") + "999999999999999999999999999999" + "000001" + "000000", r));
-    EXPECT_EQ(LunghezzaCodaSenzaTotali, r.size());
+    // Le somme passano per "##0.00" (arrotondate), il netto no: i decimali
+    // oltre il secondo sono tagliati. Il netto di somme in doppia è esatto a
+    // 15 cifre. Senza totali la riga si ferma a 43 caratteri.
+    const std::tuple<std::optional<TotaliDomanda>, QString> casi[] = {
+        {TotaliDomanda{1500.5, 0, 200.25, 100, "500"},
+         "000000000150050" "000000000000000" "000000000020025" "000000000010000" "000000000160075" "00000000050000"
+         "000000000110075"},
+        {TotaliDomanda{10.005, 0, 0, 0, ""},
+         "000000000001001" "000000000000000" "000000000000000" "000000000000000" "000000000001000" "00000000000000"
+         "000000000001000"},
+        {TotaliDomanda{0.1 + 0.2, 0.7, 0, 0.3, "0,5"},
+         "000000000000030" "000000000000070" "000000000000000" "000000000000030" "000000000000070" "00000000000050"
+         "000000000000020"},
+        {std::nullopt, ""},
+    };
+    for (const auto& [totali, importi] : casi) {
+        SCOPED_TRACE(importi.toStdString());
+        scarico.ContaCertificati = 2;
+        scarico.ContaProduttori = 15;
+        const QString atteso = InizioCoda + "000002" + "000015" + (totali ? importi + Bianchi(153) : QString());
+        EXPECT_TRUE(RecordUguale(atteso, scarico.TRACCIATO_9(totali)));
+        EXPECT_EQ(0, scarico.ContaCertificati);
+        EXPECT_EQ(15, scarico.ContaProduttori);
+    }
 }
 
 // ------------------------------------------------------------- in entrata
 
-const QString Entrata0 = QStringLiteral("0") + "000000000000000000000000000000" + "2005/2006" + "0003" + "20060315" +
+const QString Entrata0 = QStringLiteral("0") + QString(30, '0') + "2005/2006" + "0003" + "20060315" +
                          Sx("DISTILLERIA BOSCO SPA", 70) + "01234567890     " + "10" + "29" + "1" + Bianchi(157);
 
 QString Entrata1(const QString& domanda)
@@ -200,294 +152,192 @@ QString Entrata1(const QString& domanda)
     return QStringLiteral("1") + domanda + "29" + "000000000500" + "50" + Bianchi(272);
 }
 
-QString Entrata2(const QString& certificato, const QString& sigla)
+// Il certificato tipico come record 2, senza acquavite (parte intera bianca).
+QString Entrata2(const QString& numero, const QString& sigla)
 {
-    return QStringLiteral("2") + "00000004711" + Sx(certificato, 9) + sigla + "20051105" + "0001000" + "5000" +
-           "0000050" + "2500" + "0000000" + "0000" + "       " + "    " + "00012506" + "2500" + Bianchi(213);
+    return Certificato{.tipo = "2", .domanda = "00000004711", .numero = Sx(numero, 9), .sigla = sigla,
+                       .acquavite = Bianchi(11)}
+        .riga();
 }
 
+// Il produttore tipico come record 3, col codice del colore e il totale.
 QString Entrata3(const QString& nome, const QString& colore)
 {
-    return QStringLiteral("3") + "       4711" + "12345    " + "AT" + "20051105" + "BNCGPP60B02A479X" + Sx(nome, 70) +
-           "00000000123" + "00000805000" + "115000" + "000009257500" + "00000101234" + "00000000000" +
-           "00000000000" + "00000000015050" + "00000000000000" + "00000000000000" + "00000000001200" + colore +
-           "000000000016250" + "S" + "050" + Bianchi(33);
+    return Produttore{.tipo = "3", .nome = Sx(nome, 70), .coda = colore + "000000000016250" + "S" + "050" + Bianchi(33)}
+        .riga();
 }
 
-class TracciatoConferimentiEntrata : public ProvaConDatabase {
-protected:
-    void SetUp() override
-    {
-        ProvaConDatabase::SetUp();
-        db();  // Tipo_2 e Tipo_3 cercano nel database della sessione
-    }
-};
-
-TEST_F(TracciatoConferimentiEntrata, RecordInteriDellaFornitura)
+// I campi letti, uniti da "|", per confrontare un record letto per intero.
+QString Letto(const UtfSelezionato& u)
 {
-    ASSERT_EQ(LunghezzaRecord, Entrata0.size());
-    ASSERT_EQ(LunghezzaRecord, Entrata1("00000004711").size());
-    ASSERT_EQ(LunghezzaRecord, Entrata2("12345", "AT").size());
-    ASSERT_EQ(LunghezzaRecord, Entrata3("BIANCO GIUSEPPE", "RO").size());
+    return QStringList{u.NUMERO_CERTIFICATO_UTF, u.SIGLA_UFFICIO_UTF_PROVINCIA, u.ISTAT_UFFICIO_UTF_PROVINCIA,
+                       u.DESCR_UFFICIO_UTF_PROVINCIA, u.DATA_EMISSIONE_CERTIFICATO, u.QTA_TOT_VINO_LAVORATO,
+                       u.QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, u.QTA_TOT_ALCOLE_GREZZO_OTTENUTO, u.QTA_TOT_ACQUAVITE_OTTENUTO,
+                       u.QTA_TOT_ETTOGRADI_VINO_LAVORATO, u.QUADRATURA,
+                       QString::number(u.iD_UTF) + QString::number(u.iD_DOMANDA)}
+        .join('|');
+}
 
+// I campi che il record non porta sono in fondo, uniti.
+QString Letto(const ProduttoreSelezionato& p)
+{
+    return QStringList{p.CODI_FISC, p.DENOMINAZIONE, p.CODICE_CONTRATTO_DISTILLAZIONE,
+                       p.QTA_VINO_EFFETIVAMENTE_DISTILLATA, p.TITOLO_ALCOLOMETRICO_FATTURATO, p.ETTOGRADI,
+                       p.QTA_ALCOLE_NEUTRO, p.QTA_ALCOLE_GREZZO, p.QTA_ACQUAVITE, p.AIUTO_ALCOLE_NEUTRO,
+                       p.AIUTO_ALCOLE_GREZZO, p.AIUTO_ACQUAVITE, p.IMPORTO_DETRAIBILE, p.iD_COLORE, p.TOTALE_AIUTO,
+                       p.APPROVAZIONE_ANTICIPATA, p.PERC_APPROVAZIONE_ANTICIPATA,
+                       p.CAMPAGNA_PRESCELTA + p.QTA_MAX_DISTILLABILE + p.QTA_VINO_DISTILLATA_AIUTO + p.CODI_COLORE}
+        .join('|');
+}
+
+// Tipo_2 e Tipo_3 cercano provincia e colore nel database della sessione.
+class TracciatoConferimentiDatabase : public ProvaConDatabase {};
+
+TEST_F(TracciatoConferimentiDatabase, RecordInteriDellaFornitura)
+{
+    db();
+    const QStringList righe = {Entrata0, Entrata1("00000004711"), Entrata2("12345", "AT"),
+                               Entrata3("BIANCO GIUSEPPE", "RO")};
     Carico c;
-    EXPECT_EQ(0, c.LeggiRiga(Entrata0));
-    EXPECT_EQ(1, c.LeggiRiga(Entrata1("00000004711")));
-    EXPECT_EQ(2, c.LeggiRiga(Entrata2("12345", "AT")));
-    EXPECT_EQ(3, c.LeggiRiga(Entrata3("BIANCO GIUSEPPE", "RO")));
-
+    for (int tipo = 0; tipo < righe.size(); ++tipo) {
+        ASSERT_EQ(LunghezzaRecord, righe[tipo].size());
+        EXPECT_EQ(tipo, c.LeggiRiga(righe[tipo]));
+    }
     const IntestazioneCarico& f = c.Fornitura;
-    EXPECT_EQ("2005/2006", f.Campagnafornitura);
-    EXPECT_EQ("2005", f.CAMPAGNA);
-    EXPECT_EQ("0003", f.PROGRESSIVO_fornitura);
-    EXPECT_EQ("20060315", f.Data_forniture);
-    EXPECT_EQ(Sx("DISTILLERIA BOSCO SPA", 70), f.Distilleria_RAGI_SOCI);
-    EXPECT_EQ("01234567890     ", f.Distilleria_CODI_FISC);
-    EXPECT_EQ("10", f.Numero_versione);
-    EXPECT_EQ("29", f.ARTICOLO);
-    EXPECT_EQ("1", f.QUADRATURA);
-
+    EXPECT_EQ("2005/2006|2005|0003|20060315|" + Sx("DISTILLERIA BOSCO SPA", 70) + "|01234567890     |10|29|1",
+              QStringList({f.Campagnafornitura, f.CAMPAGNA, f.PROGRESSIVO_fornitura, f.Data_forniture,
+                           f.Distilleria_RAGI_SOCI, f.Distilleria_CODI_FISC, f.Numero_versione, f.ARTICOLO,
+                           f.QUADRATURA})
+                  .join('|'));
     ASSERT_EQ(2, c.Domande.size());
     const DomandaProduttoreSelezionata& d = c.Domande[1].Domanda;
-    EXPECT_EQ("00000004711", d.DOMANDA);
-    EXPECT_EQ("29", d.TIPO_ARTICOLO);
-    EXPECT_EQ("500,50", d.ANTICIPO_RICEVUTO);
-    EXPECT_EQ("", d.CAMPAGNA);
-
+    EXPECT_EQ("00000004711|29|500,50|",
+              QStringList({d.DOMANDA, d.TIPO_ARTICOLO, d.ANTICIPO_RICEVUTO, d.CAMPAGNA}).join('|'));
     ASSERT_EQ(2, c.Domande[1].Certificati.size());
-    const UtfSelezionato& u = c.Domande[1].Certificati[1].Utf;
-    EXPECT_EQ(0, u.iD_UTF);
-    EXPECT_EQ(0, u.iD_DOMANDA);
-    EXPECT_EQ("12345    ", u.NUMERO_CERTIFICATO_UTF);
-    EXPECT_EQ("AT", u.SIGLA_UFFICIO_UTF_PROVINCIA);
-    EXPECT_EQ("005", u.ISTAT_UFFICIO_UTF_PROVINCIA);
-    EXPECT_EQ("ASTI", u.DESCR_UFFICIO_UTF_PROVINCIA);
-    EXPECT_EQ("05/11/2005", u.DATA_EMISSIONE_CERTIFICATO);
-    EXPECT_EQ("1000,5000", u.QTA_TOT_VINO_LAVORATO);
-    EXPECT_EQ("50,2500", u.QTA_TOT_ALCOLE_NEUTRO_OTTENUTO);
-    EXPECT_EQ("0,0000", u.QTA_TOT_ALCOLE_GREZZO_OTTENUTO);
-    EXPECT_EQ("0,    ", u.QTA_TOT_ACQUAVITE_OTTENUTO);  // parte intera bianca
-    EXPECT_EQ("12506,2500", u.QTA_TOT_ETTOGRADI_VINO_LAVORATO);
-    EXPECT_EQ("1", u.QUADRATURA);
-
+    EXPECT_EQ("12345    |AT|005|ASTI|05/11/2005|1000,5000|50,2500|0,0000|0,    |12506,2500|1|00",
+              Letto(c.Domande[1].Certificati[1].Utf));
     ASSERT_EQ(2, c.Domande[1].Certificati[1].Produttori.size());
-    const ProduttoreSelezionato& p = c.Domande[1].Certificati[1].Produttori[1];
-    EXPECT_EQ("BNCGPP60B02A479X", p.CODI_FISC);
-    EXPECT_EQ(Sx("BIANCO GIUSEPPE", 70), p.DENOMINAZIONE);
-    EXPECT_EQ("00000000123", p.CODICE_CONTRATTO_DISTILLAZIONE);
-    EXPECT_EQ("80,5000", p.QTA_VINO_EFFETIVAMENTE_DISTILLATA);
-    EXPECT_EQ("11,5000", p.TITOLO_ALCOLOMETRICO_FATTURATO);
-    EXPECT_EQ("925,7500", p.ETTOGRADI);
-    EXPECT_EQ("10,1234", p.QTA_ALCOLE_NEUTRO);
-    EXPECT_EQ("0,0000", p.QTA_ALCOLE_GREZZO);
-    EXPECT_EQ("0,0000", p.QTA_ACQUAVITE);
-    EXPECT_EQ("150,50", p.AIUTO_ALCOLE_NEUTRO);
-    EXPECT_EQ("0,00", p.AIUTO_ALCOLE_GREZZO);
-    EXPECT_EQ("0,00", p.AIUTO_ACQUAVITE);
-    EXPECT_EQ("12,00", p.IMPORTO_DETRAIBILE);
-    EXPECT_EQ("2", p.iD_COLORE);  // dal codice RO
-    EXPECT_EQ("162,50", p.TOTALE_AIUTO);
-    EXPECT_EQ("S", p.APPROVAZIONE_ANTICIPATA);
-    EXPECT_EQ("050", p.PERC_APPROVAZIONE_ANTICIPATA);
-    EXPECT_EQ("", p.CAMPAGNA_PRESCELTA);
-    EXPECT_EQ("", p.QTA_MAX_DISTILLABILE);
-    EXPECT_EQ("", p.QTA_VINO_DISTILLATA_AIUTO);
-    EXPECT_EQ("", p.CODI_COLORE);
+    // Il colore dal codice RO; i campi che il record non porta restano vuoti.
+    EXPECT_EQ("BNCGPP60B02A479X|" + Sx("BIANCO GIUSEPPE", 70) +
+                  "|00000000123|80,5000|11,5000|925,7500|10,1234|0,0000|0,0000|150,50|0,00|0,00|12,00|2|162,50|S|050|",
+              Letto(c.Domande[1].Certificati[1].Produttori[1]));
 }
 
-TEST_F(TracciatoConferimentiEntrata, ProvinciaEColoreSconosciutiLascianoICampiVuoti)
+TEST_F(TracciatoConferimentiDatabase, ProvinciaEColoreSconosciutiLascianoICampiVuoti)
 {
+    db();
     QString produttore = Entrata3("ROSSI MARIO", "XX");
     produttore.replace(263, 4, QStringLiteral("N5  "));  // flag non "S", percentuale con spazi
     QString certificato = Entrata2("999", "ZZ");
     certificato.replace(23, 8, Bianchi(8));  // data bianca
     Carico c;
-    c.LeggiRiga(Entrata1("00000004711"));
-    c.LeggiRiga(certificato);
-    c.LeggiRiga(produttore);
-    const UtfSelezionato& u = c.Domande[1].Certificati[1].Utf;
-    EXPECT_EQ("ZZ", u.SIGLA_UFFICIO_UTF_PROVINCIA);
-    EXPECT_EQ("", u.ISTAT_UFFICIO_UTF_PROVINCIA);
-    EXPECT_EQ("", u.DESCR_UFFICIO_UTF_PROVINCIA);
-    EXPECT_EQ(Bianchi(10), u.DATA_EMISSIONE_CERTIFICATO);
-    EXPECT_EQ("", u.QUADRATURA);  // nessuna testata letta
-    const ProduttoreSelezionato& p = c.Domande[1].Certificati[1].Produttori[1];
-    EXPECT_EQ("", p.iD_COLORE);
-    EXPECT_EQ("", p.APPROVAZIONE_ANTICIPATA);
-    EXPECT_EQ("5  ", p.PERC_APPROVAZIONE_ANTICIPATA);
-    EXPECT_EQ(Sx("ROSSI MARIO", 70), p.DENOMINAZIONE);
+    for (const QString& r : {Entrata1("00000004711"), certificato, produttore})
+        c.LeggiRiga(r);
+    // Nessuna testata letta: QUADRATURA vuota.
+    EXPECT_EQ("999      |ZZ|||" + Bianchi(10) + "|1000,5000|50,2500|0,0000|0,    |12506,2500||00",
+              Letto(c.Domande[1].Certificati[1].Utf));
+    EXPECT_EQ("BNCGPP60B02A479X|" + Sx("ROSSI MARIO", 70) +
+                  "|00000000123|80,5000|11,5000|925,7500|10,1234|0,0000|0,0000|150,50|0,00|0,00|12,00||162,50||5  |",
+              Letto(c.Domande[1].Certificati[1].Produttori[1]));
 }
 
-TEST_F(TracciatoConferimentiEntrata, QuadraturaBiancaValeZeroEArrivaAOgniCertificato)
+// Ogni certificato ha i suoi produttori: nulla si perde se i record si
+// alternano. La quadratura bianca vale "0" e va a ogni certificato; la coda e
+// i tipi sconosciuti sono saltati.
+TEST_F(TracciatoConferimentiDatabase, AnnidamentoDelleRighe)
 {
+    db();
     QString testata = Entrata0;
     testata[142] = QLatin1Char(' ');
-    Carico c;
-    c.LeggiRiga(testata);
-    c.LeggiRiga(Entrata1("00000004711"));
-    c.LeggiRiga(Entrata2("1", "AT"));
-    c.LeggiRiga(Entrata1("00000004712"));
-    c.LeggiRiga(Entrata2("2", "AT"));
-    EXPECT_EQ("0", c.Fornitura.QUADRATURA);
-    EXPECT_EQ("0", c.Domande[1].Certificati[1].Utf.QUADRATURA);
-    EXPECT_EQ("0", c.Domande[2].Certificati[1].Utf.QUADRATURA);
-}
-
-TEST_F(TracciatoConferimentiEntrata, OgniCertificatoTieneIPropriProduttori)
-{
-    Carico c;
-    for (const QString& r : {Entrata0, Entrata1("00000004711"), Entrata2("C1", "AT"), Entrata3("P1", "BI"),
-                             Entrata3("P2", "RO"), Entrata2("C2", "AT"), Entrata3("P3", "RS"),
-                             Entrata1("00000004712"), Entrata2("C3", "CN"), Entrata3("P4", "RO")})
-        c.LeggiRiga(r);
-    ASSERT_EQ(2, c.NumeroDomande);
-    ASSERT_EQ(3, c.Domande[1].Certificati.size());
-    const auto& primo = c.Domande[1].Certificati[1];
-    const auto& secondo = c.Domande[1].Certificati[2];
-    ASSERT_EQ(3, primo.Produttori.size());
-    EXPECT_EQ(Sx("P1", 70), primo.Produttori[1].DENOMINAZIONE);
-    EXPECT_EQ("1", primo.Produttori[1].iD_COLORE);
-    EXPECT_EQ(Sx("P2", 70), primo.Produttori[2].DENOMINAZIONE);
-    ASSERT_EQ(2, secondo.Produttori.size());
-    EXPECT_EQ(Sx("P3", 70), secondo.Produttori[1].DENOMINAZIONE);
-    EXPECT_EQ("3", secondo.Produttori[1].iD_COLORE);
-    ASSERT_EQ(2, c.Domande[2].Certificati.size());
-    EXPECT_EQ("CUNEO", c.Domande[2].Certificati[1].Utf.DESCR_UFFICIO_UTF_PROVINCIA);
-    EXPECT_EQ(Sx("P4", 70), c.Domande[2].Certificati[1].Produttori[1].DENOMINAZIONE);
-}
-
-TEST_F(TracciatoConferimentiEntrata, CodaETipiSconosciutiSaltati)
-{
-    Carico c;
-    c.LeggiRiga(Entrata1("00000004711"));
-    c.LeggiRiga(Entrata2("C1", "AT"));
-    QString coda = QStringLiteral("9") + QString(29, QLatin1Char('9')) + "000001000001";
     QString cinque = Entrata2("C9", "AT");
     cinque[0] = QLatin1Char('5');
-    EXPECT_EQ(-1, c.LeggiRiga(coda));
-    EXPECT_EQ(-1, c.LeggiRiga(cinque));
-    EXPECT_EQ(1, c.NumeroCertificati);
-    EXPECT_EQ(2, c.Domande[1].Certificati.size());
+    const QStringList righe = {testata, Entrata1("00000004711"), Entrata2("C1", "AT"), Entrata3("P1", "BI"),
+                               Entrata3("P2", "RO"), InizioCoda + "000001000001", cinque, Entrata2("C2", "AT"),
+                               Entrata3("P3", "RS"), Entrata1("00000004712"), Entrata2("C3", "CN"),
+                               Entrata3("P4", "RO")};
+    Carico c;
+    QString tipi;
+    for (const QString& r : righe)
+        tipi += QString::number(c.LeggiRiga(r)) + ' ';
+    EXPECT_EQ("0 1 2 3 3 -1 -1 2 3 1 2 3 ", tipi);
+    QStringList domande;
+    for (qsizetype i = 1; i < c.Domande.size(); ++i) {
+        QStringList certificati;
+        for (qsizetype j = 1; j < c.Domande[i].Certificati.size(); ++j) {
+            const CertificatoCarico& k = c.Domande[i].Certificati[j];
+            QStringList produttori;
+            for (qsizetype n = 1; n < k.Produttori.size(); ++n)
+                produttori << k.Produttori[n].DENOMINAZIONE.trimmed() + ":" + k.Produttori[n].iD_COLORE;
+            certificati << k.Utf.NUMERO_CERTIFICATO_UTF.trimmed() + "/" + k.Utf.QUADRATURA + "/" +
+                               k.Utf.DESCR_UFFICIO_UTF_PROVINCIA + "(" + produttori.join(' ') + ")";
+        }
+        domande << certificati.join(' ');
+    }
+    EXPECT_EQ("C1/0/ASTI(P1:1 P2:2) C2/0/ASTI(P3:3) | C3/0/CUNEO(P4:2)", domande.join(" | "));
 }
 
-TEST_F(TracciatoConferimentiEntrata, RecordFuoriPostoSonoErroriDiEsecuzione)
+TEST(TracciatoConferimentiEntrata, RecordFuoriPostoSonoErroriDiEsecuzione)
 {
-    // Un produttore prima di ogni certificato; un certificato prima di ogni domanda.
-    const QList<QStringList> casi = {{Entrata1("00000004711"), Entrata3("P1", "RO")}, {Entrata2("C1", "AT")}};
-    for (const QStringList& righe : casi) {
-        Carico c;
-        try {
-            for (const QString& r : righe)
-                c.LeggiRiga(r);
-            ADD_FAILURE() << "nessun errore per il record " << righe.last().left(1);
-        } catch (const ErroreSistema& e) {
-            EXPECT_EQ(9, e.numero());
-        }
-    }
+    Carico c;  // un certificato prima di ogni domanda, poi un produttore prima di ogni certificato
+    EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(Entrata2("C1", "AT")); }));
+    c.LeggiRiga(Entrata1("00000004711"));
+    EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(Entrata3("P1", "RO")); }));
 }
 
 // ----------------------------------------------- dal database della sessione
 
-class TracciatoConferimentiDatabase : public ProvaConDatabase {
-protected:
-    // Una domanda con un certificato e i produttori dati (aiuti neutro,
-    // grezzo, acquavite, detraibile); restituisce la chiave del certificato.
-    qint64 Domanda(const QString& numero, const QString& anticipo, const QList<QStringList>& aiuti)
-    {
-        Database& d = db();
-        const qint64 id = d.InserisciRiga(QStringLiteral("DOMANDE_PRODUTTORI"),
-                                          {{"DOMANDA", numero}, {"TIPO_ARTICOLO", "29"}, {"ANTICIPO_RICEVUTO", anticipo}});
-        const qint64 utf = d.InserisciRiga(QStringLiteral("TAB_UTF"),
-                                           {{"iD_DOMANDA", id},
-                                            {"NUMERO_CERTIFICATO_UTF", "12345"},
-                                            {"SIGLA_UFFICIO_UTF_PROVINCIA", "AT"},
-                                            {"DATA_EMISSIONE_CERTIFICATO", "05/11/2005"},
-                                            {"QTA_TOT_VINO_LAVORATO", "1000,5"},
-                                            {"QTA_TOT_ALCOLE_NEUTRO_OTTENUTO", "50,25"},
-                                            {"QTA_TOT_ETTOGRADI_VINO_LAVORATO", "12506,25"}});
-        int n = 0;
-        for (const QStringList& a : aiuti) {
-            const auto valore = [](const QString& v) { return v == "NULL" ? QVariant() : QVariant(v); };
-            const qint64 p = d.InserisciRiga(QStringLiteral("PRODUTTORI"),
-                                             {{"CODI_FISC", "BNCGPP60B02A479X"},
-                                              {"DENOMINAZIONE", QStringLiteral("PRODUTTORE %1").arg(++n)},
-                                              {"CODICE_CONTRATTO_DISTILLAZIONE", "123"},
-                                              {"AIUTO_ALCOLE_NEUTRO", valore(a[0])},
-                                              {"AIUTO_ALCOLE_GREZZO", valore(a[1])},
-                                              {"AIUTO_ACQUAVITE", valore(a[2])},
-                                              {"IMPORTO_DETRAIBILE", valore(a[3])},
-                                              {"ID_COLORE", 2}});
-            d.InserisciRiga(QStringLiteral("TAB_ID_UTF_PRODUTTORE"), {{"iD_UTF", utf}, {"iD_PRODUTTORE", p}});
-        }
-        return utf;
-    }
-};
+// Uno scarico dalle liste dei certificati e dei produttori (nomi qualificati
+// e colonne doppie) e la coda dalle due query dei totali, che sommano i soli
+// produttori della domanda: vuoti e Null valgono zero. Senza produttori la
+// coda è corta.
 
-TEST_F(TracciatoConferimentiDatabase, TotaliDelleDueQuery)
+TEST_F(TracciatoConferimentiDatabase, ScaricoDaiDatiDellaDomanda)
 {
-    Domanda("00000004711", "500,00",
-            {{"1000,25", "", "100,10", "10,00"}, {"500,25", "NULL", " ", "2,5"}, {"0,50", "20", "0", ""}});
-    Domanda("00000009999", "1,00", {{"7", "7", "7", "7"}});  // un'altra domanda, non conta
-    const auto totali = LeggiTotali(QStringLiteral("00000004711"));
-    ASSERT_TRUE(totali.has_value());
-    EXPECT_DOUBLE_EQ(1501.0, totali->T_aIUTO_NEUTRO);
-    EXPECT_DOUBLE_EQ(20.0, totali->t_AIUTO_GREZZO);
-    EXPECT_DOUBLE_EQ(100.1, totali->T_AIUTO_ACQUAVITE);
-    EXPECT_DOUBLE_EQ(12.5, totali->t_DETRA);
-    EXPECT_EQ("500,00", totali->ANTICIPO_RICEVUTO);
-
-    Scarico s;
-    s.DomandaRicordata = QStringLiteral("00000004711");
-    s.ContaCertificati = 1;
-    s.ContaProduttori = 3;
-    const QString atteso = QStringLiteral("9") + "999999999999999999999999999999" + "000001" + "000003" +
-                           "000000000150100" + "000000000002000" + "000000000010010" + "000000000001250" +
-                           "000000000160860" + "00000000050000" + "000000000110860" + Bianchi(153);
-    EXPECT_TRUE(RecordUguale(atteso, s.TRACCIATO_9()));
-}
-
-TEST_F(TracciatoConferimentiDatabase, DomandaSenzaProduttoriDaCodaCorta)
-{
-    Domanda("00000004711", "500,00", {});
-    Scarico s;
-    s.DomandaRicordata = QStringLiteral("00000004711");
-    s.ContaCertificati = 1;
-    EXPECT_FALSE(LeggiTotali(QStringLiteral("00000004711")).has_value());
-    const QString r = s.TRACCIATO_9();
-    EXPECT_TRUE(RecordUguale(QStringLiteral("9") + "999999999999999999999999999999" + "000001" + "000000", r));
-}
-
-TEST_F(TracciatoConferimentiDatabase, RigheDelleListeDiScarico)
-{
-    const qint64 utf = Domanda("00000004711", "500,00", {{"150,5", "0,00", "0", "12"}});
     Database& d = db();
-    // La lista dei certificati porta alcune colonne di TAB_UTF due volte.
+    d.Execute("INSERT INTO DOMANDE_PRODUTTORI (ID_DOMANDA_PRODUTTORE, DOMANDA, TIPO_ARTICOLO, ANTICIPO_RICEVUTO) "
+              "VALUES (1, '00000004711', '29', '500,00'), (2, '00000009999', '29', '1'), "
+              "(3, '00000005555', '29', '1')");
+    d.Execute("INSERT INTO TAB_UTF (iD_UTF, iD_DOMANDA, NUMERO_CERTIFICATO_UTF, SIGLA_UFFICIO_UTF_PROVINCIA, "
+              "DATA_EMISSIONE_CERTIFICATO, QTA_TOT_VINO_LAVORATO, QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, "
+              "QTA_TOT_ETTOGRADI_VINO_LAVORATO) SELECT ID_DOMANDA_PRODUTTORE, ID_DOMANDA_PRODUTTORE, '12345', 'AT', "
+              "'05/11/2005', '1000,5', '50,25', '12506,25' FROM DOMANDE_PRODUTTORI");
+    d.Execute("INSERT INTO PRODUTTORI (iD_PRODUTTORI, DENOMINAZIONE, AIUTO_ALCOLE_NEUTRO, AIUTO_ALCOLE_GREZZO, "
+              "AIUTO_ACQUAVITE, IMPORTO_DETRAIBILE) VALUES (1, 'PRODUTTORE 1', '1000,25', '', '100,10', '10,00'), "
+              "(2, 'P2', '500,25', NULL, ' ', '2,5'), (3, 'P3', '0,50', '20', '0', ''), (4, 'P4', '7', '7', '7', '7')");
+    d.Execute("UPDATE PRODUTTORI SET CODI_FISC = 'BNCGPP60B02A479X', CODICE_CONTRATTO_DISTILLAZIONE = '123', "
+              "ID_COLORE = 2");
+    d.Execute("INSERT INTO TAB_ID_UTF_PRODUTTORE (iD_UTF, iD_PRODUTTORE) VALUES (1, 1), (1, 2), (1, 3), (2, 4)");
+
     Recordset certificati = d.OpenRecordset(
-        QStringLiteral("SELECT DOMANDE_PRODUTTORI.*,TAB_UTF.*, TAB_UTF.ID_DOMANDA,TAB_UTF.NUMERO_CERTIFICATO_UTF, "
-                       "TAB_UTF.DESCR_UFFICIO_UTF_PROVINCIA,TAB_UTF.DATA_EMISSIONE_CERTIFICATO "
-                       "From DOMANDE_PRODUTTORI LEFT JOIN TAB_UTF "
-                       " ON DOMANDE_PRODUTTORI.ID_DOMANDA_PRODUTTORE = TAB_UTF.iD_DOMANDA "
-                       " WHERE DOMANDE_PRODUTTORI.DOMANDA = ?"),
-        {QStringLiteral("00000004711")});
+        "SELECT DOMANDE_PRODUTTORI.*,TAB_UTF.*, TAB_UTF.ID_DOMANDA,TAB_UTF.NUMERO_CERTIFICATO_UTF, "
+        "TAB_UTF.DESCR_UFFICIO_UTF_PROVINCIA,TAB_UTF.DATA_EMISSIONE_CERTIFICATO From DOMANDE_PRODUTTORI LEFT JOIN "
+        "TAB_UTF ON DOMANDE_PRODUTTORI.ID_DOMANDA_PRODUTTORE = TAB_UTF.iD_DOMANDA WHERE DOMANDE_PRODUTTORI.DOMANDA = ?",
+        {"00000004711"});
     ASSERT_FALSE(certificati.eof());
     Scarico s;
-    const QString atteso1 = QStringLiteral("1") + "00000004711" + "12345    " + "AT" + "20051105" + "00010005000" +
-                            "00000502500" + "00000000000" + "00000000000" + "000125062500" + Bianchi(213);
-    EXPECT_TRUE(RecordUguale(atteso1, s.TRACCIATO_1(RigaRecordset(certificati))));
-
+    EXPECT_TRUE(
+        RecordUguale(Certificato{.domanda = "00000004711"}.riga(), s.TRACCIATO_1(RigaRecordset(certificati))));
     Recordset produttori = d.OpenRecordset(
-        QStringLiteral("SELECT TAB_ID_UTF_PRODUTTORE.iD_TAB_ID_UP, PRODUTTORI.* "
-                       "FROM TAB_UTF INNER JOIN (PRODUTTORI INNER JOIN  TAB_ID_UTF_PRODUTTORE ON "
-                       "PRODUTTORI.iD_PRODUTTORI = TAB_ID_UTF_PRODUTTORE.iD_PRODUTTORE) "
-                       "ON TAB_UTF.iD_UTF = TAB_ID_UTF_PRODUTTORE.iD_UTF  WHERE TAB_ID_UTF_PRODUTTORE.iD_UTF= ?"),
-        {utf});
+        "SELECT TAB_ID_UTF_PRODUTTORE.iD_TAB_ID_UP, PRODUTTORI.* FROM TAB_UTF INNER JOIN (PRODUTTORI INNER JOIN "
+        "TAB_ID_UTF_PRODUTTORE ON PRODUTTORI.iD_PRODUTTORI = TAB_ID_UTF_PRODUTTORE.iD_PRODUTTORE) "
+        "ON TAB_UTF.iD_UTF = TAB_ID_UTF_PRODUTTORE.iD_UTF  WHERE TAB_ID_UTF_PRODUTTORE.iD_UTF= 1");
     ASSERT_FALSE(produttori.eof());
-    const QString atteso2 = QStringLiteral("2") + "00000004711" + "12345    " + "AT" + "20051105" +
-                            "BNCGPP60B02A479X" + Sx("PRODUTTORE 1", 70) + "00000000123" + "00000000000" +
-                            "000000" + "000000000000" + "00000000000" + "00000000000" + "00000000000" +
-                            "00000000015050" + "00000000000000" + "00000000000000" + "00000000001200" + "02" + " " +
-                            "000" + Bianchi(48);
-    EXPECT_TRUE(RecordUguale(atteso2, s.TRACCIATO_2(RigaRecordset(produttori))));
+    const Produttore atteso{.domanda = "00000004711", .nome = Sx("PRODUTTORE 1", 70), .vino = QString(11, '0'),
+                            .titolo = "000000", .ettogradi = QString(12, '0'), .neutro = QString(11, '0'),
+                            .aiutoNeutro = "00000000100025", .aiutoAcquavite = "00000000010010",
+                            .detraibile = "00000000001000", .coda = "02" " " "000" + Bianchi(48)};
+    EXPECT_TRUE(RecordUguale(atteso.riga(), s.TRACCIATO_2(RigaRecordset(produttori))));
+
+    s.ContaCertificati = 1;
+    s.ContaProduttori = 3;
+    EXPECT_TRUE(RecordUguale(InizioCoda + "000001" + "000003" + "000000000150100" + "000000000002000" +
+                                 "000000000010010" + "000000000001250" + "000000000160860" + "00000000050000" +
+                                 "000000000110860" + Bianchi(153),
+                             s.TRACCIATO_9()));
+    s.DomandaRicordata = QStringLiteral("00000005555");
+    s.ContaCertificati = 1;
+    s.ContaProduttori = 0;
+    EXPECT_TRUE(RecordUguale(InizioCoda + "000001" + "000000", s.TRACCIATO_9()));
 }
 
 }  // namespace
