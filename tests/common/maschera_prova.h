@@ -15,19 +15,7 @@
 #include <memory>
 
 namespace campo {
-enum : int {
-    Maiuscole = 0,    // solo Keypress_Upper
-    Caratteri = 1,    // FiltroCaratteri senza maiuscole
-    Intero = 2,       // Keypress_Upper + Keypress_Integer
-    Importo = 3,      // Keypress_Decimale2, MaxLength 15, genere importo
-    Data = 4,         // Keypress_Data, genere data
-    Quantita = 5,     // Keypress_Decimale a 4 decimali, genere quantità
-    Libero = 6,       // nessun filtro, nessuna validazione
-    Nome = 7,         // Keypress_Upper + FiltroCaratteri
-    NumDomanda = 8,   // genere numero domanda
-    Progressivo = 9,  // genere progressivo
-    ImportoLibero = 10,  // genere importo senza filtro
-};
+enum : int { Maiuscole, Caratteri, Intero, Importo, Data, Quantita, Libero, Nome, NumDomanda, Progressivo, ImportoLibero };
 }
 
 class MascheraProva : public SchermataRecord {
@@ -68,8 +56,9 @@ protected:
     }
 };
 
-// Batte un carattere qualunque: QTest::keyClick conosce solo l'ASCII, le
-// lettere accentate e i segni di windows-1252 passano col loro testo.
+// Batte un carattere qualunque: QTest::keyClick conosce solo l'ASCII ("\b" è
+// il Backspace), le lettere accentate e i segni di windows-1252 passano col
+// loro testo.
 inline void Batti(QWidget* w, QChar c)
 {
     if (c.unicode() < 0x80) {
