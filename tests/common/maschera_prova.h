@@ -7,11 +7,11 @@
 #include "support/piattaforma_script.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
+#include <functional>
 #include <memory>
 
 namespace campo {
@@ -47,8 +47,13 @@ public:
     }
 
     QList<int> clic;
+    std::function<bool(int)> validazione;  // una validazione propria, al posto di quella di base
 
 protected:
+    bool TxtDati_Validate(int indice) override
+    {
+        return validazione ? validazione(indice) : SchermataRecord::TxtDati_Validate(indice);
+    }
     void Cmddati_Click(int indice) override
     {
         clic << indice;

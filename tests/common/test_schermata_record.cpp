@@ -27,8 +27,6 @@ TEST_F(ProvaMaschera, IngressoSelezionaF1AiutaEscNonChiude)
     Campo(campo::Libero)->setText(QStringLiteral("ROSSI"));
     Campo(campo::Libero)->setFocus(Qt::MouseFocusReason);
     EXPECT_EQ(Campo(campo::Libero)->selectedText(), QStringLiteral("ROSSI"));
-    Digita(Campo(campo::Libero), QStringLiteral("x"));  // sostituisce la selezione
-    EXPECT_EQ(Campo(campo::Libero)->text(), QStringLiteral("x"));
 
     QTest::keyClick(Campo(campo::Data), Qt::Key_F1);
     QTest::keyClick(maschera->Cmddati.value(0), Qt::Key_F1);
@@ -74,47 +72,27 @@ INSTANTIATE_TEST_SUITE_P(Regole, Validazione,
                                            CasoValidazione{"libero_invariato", campo::Libero, "1,5", "1,5"}),
                          [](const auto& info) { return std::string(info.param.nome); });
 
-TEST_F(ProvaMaschera, DataNonValidaTieneIlFuocoConTabEConClic)
+// Una data non valida, lasciando il campo con Tab, con un clic su un altro
+// campo o su Salva: solo il messaggio, il fuoco resta, nessun clic.
+TEST_F(ProvaMaschera, DataNonValidaTieneIlFuocoFinoAlSalvataggio)
 {
-    for (bool conClic : {false, true}) {
-        SCOPED_TRACE(conClic);
-        script->messaggi.clear();
-        QLineEdit* data = Prepara(campo::Data, QStringLiteral("31/02/2005"));
+    QLineEdit* data = Prepara(campo::Data, QStringLiteral("31/02/2005"));
+    QWidget* const verso[] = {nullptr, Campo(campo::Libero), maschera->Cmddati.value(0)};
+    for (QWidget* w : verso) {
         script->Rispondi(RispostaMsg::OK);
-        if (conClic)
-            QTest::mouseClick(Campo(campo::Libero), Qt::LeftButton);
-        else
-            QTest::keyClick(data, Qt::Key_Tab);
+        w ? QTest::mouseClick(w, Qt::LeftButton) : QTest::keyClick(data, Qt::Key_Tab);
+        QCoreApplication::processEvents();  // il rifiuto vale per il clic in corso
         EXPECT_EQ(QApplication::focusWidget(), data);
         EXPECT_EQ(data->text(), QStringLiteral("31/02/2005"));
-        EXPECT_EQ(script->messaggi, Messaggi{DataNonValida});
-        // Corretta la data, finito il rifiuto, il fuoco esce.
-        QCoreApplication::processEvents();
-        data->setText(QStringLiteral("28/02/2005"));
-        QTest::mouseClick(Campo(campo::Libero), Qt::LeftButton);
-        EXPECT_EQ(QApplication::focusWidget(), Campo(campo::Libero));
-    }
-}
-
-TEST_F(ProvaMaschera, SalvaValidaPrimaDiPremere)
-{
-    // Data non valida: solo il messaggio, il fuoco resta, nessun clic; anche al secondo tentativo.
-    QLineEdit* data = Prepara(campo::Data, QStringLiteral("31/02/2005"));
-    for (int volta = 1; volta <= 2; ++volta) {
-        script->Rispondi(RispostaMsg::OK);
-        QTest::mouseClick(maschera->Cmddati.value(0), Qt::LeftButton);
-        QCoreApplication::processEvents();
         EXPECT_TRUE(maschera->clic.isEmpty());
-        EXPECT_EQ(script->messaggi, Messaggi(volta, DataNonValida));
-        EXPECT_EQ(QApplication::focusWidget(), data);
-        EXPECT_TRUE(maschera->isVisible());
     }
+    EXPECT_EQ(script->messaggi, Messaggi(3, DataNonValida));
     // Data valida: riscritta, e il pulsante premuto.
     data->setText(QStringLiteral("1/2/2005"));
     QTest::mouseClick(maschera->Cmddati.value(0), Qt::LeftButton);
     EXPECT_EQ(data->text(), QStringLiteral("01/02/2005"));
     EXPECT_EQ(maschera->clic, QList<int>{0});
-    EXPECT_EQ(script->messaggi.size(), 2);
+    EXPECT_EQ(script->messaggi.size(), 3);
 }
 
 TEST_F(ProvaMaschera, EsciEHelpNonAspettanoLaValidazione)
@@ -130,40 +108,19 @@ TEST_F(ProvaMaschera, EsciEHelpNonAspettanoLaValidazione)
     EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
-// Una maschera con la validazione propria: la base la chiama al posto della sua.
-class MascheraCodice : public SchermataRecord {
-public:
-    MascheraCodice()
-    {
-        AggiungiCampo(0, QStringLiteral("CODI_FISC"), QStringLiteral("Codice fiscale"), 16);
-        AggiungiCampo(1, QStringLiteral("DENOMINAZIONE"), QStringLiteral("Denominazione"), 30);
-        AggiungiPulsantiStandard();
-    }
-
-protected:
-    bool TxtDati_Validate(int indice) override
-    {
-        if (indice == 0 && TxtDati[0]->text().size() != 16) {
-            MsgBox(QStringLiteral("Codice fiscale errato"), StileMsg::Esclamativo);
-            return false;
-        }
-        return SchermataRecord::TxtDati_Validate(indice);
-    }
-};
-
-TEST(SchermataPropria, ValidazioneRidefinita)
+TEST_F(ProvaMaschera, ValidazioneRidefinita)
 {
-    PiattaformaScript& script = InstallaPiattaformaScript();
-    MascheraCodice m;
-    m.show();
-    m.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&m));
-    m.TxtDati[0]->setFocus();
-    Digita(m.TxtDati[0], QStringLiteral("rssmra"));
-    script.Rispondi(RispostaMsg::OK);
-    QTest::keyClick(m.TxtDati[0], Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), m.TxtDati[0]);
-    EXPECT_EQ(script.messaggi, (Messaggi{{QStringLiteral("Codice fiscale errato"), StileMsg::Esclamativo, QString()}}));
+    maschera->validazione = [](int indice) {
+        if (indice != campo::Libero)
+            return true;
+        MsgBox(QStringLiteral("Note errate"), StileMsg::Esclamativo);
+        return false;
+    };
+    QLineEdit* note = Prepara(campo::Libero, QStringLiteral("X"));
+    script->Rispondi(RispostaMsg::OK);
+    QTest::keyClick(note, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), note);
+    EXPECT_EQ(script->messaggi, (Messaggi{{QStringLiteral("Note errate"), StileMsg::Esclamativo, QString()}}));
 }
 
 TEST_F(ProvaMaschera, PulisciCampiRisparmiaITagEsclusiEDont)

@@ -12,6 +12,7 @@
 #include "store/database.h"
 #include "support/cartella_prova.h"
 #include "modale_di_prova.h"
+#include "support/verifiche.h"
 
 #include <QAction>
 #include <QLabel>
@@ -45,12 +46,10 @@ protected:
     }
 
     // Sostituisce i testi consegnati con quelli della prova, nell'ordine dato.
-    void TestiDiProva(const QList<QStringList>& righe)
+    void TestiDiProva(const char* valori)
     {
         db().Execute(QStringLiteral("DELETE FROM help"));
-        for (const QStringList& r : righe)
-            db().Execute(QStringLiteral("INSERT INTO help (nome, TITOLO, Descrizione) VALUES (?,?,?)"),
-                         {r[0], r[1].isNull() ? QVariant() : QVariant(r[1]), r[2].isNull() ? QVariant() : QVariant(r[2])});
+        db().Execute(QStringLiteral("INSERT INTO help (nome, TITOLO, Descrizione) VALUES ") + QString::fromUtf8(valori));
     }
 
     // Il testo che la finestra mostra per quel nome.
@@ -66,107 +65,61 @@ protected:
 
 TEST_F(AiutoEVersione, TestiPerNome)
 {
-    TestiDiProva({
-        {QStringLiteral("frmScarico"), QStringLiteral("Scarico"), QStringLiteral("Scrive il file.\nPoi lo copia.")},
-        {QStringLiteral("frmInizializza"), QStringLiteral("Inizializza Distilleria"), QStringLiteral("Dati della distilleria.")},
-        {QStringLiteral("frmScarico"), QStringLiteral("Seconda parte"), QStringLiteral("Sul dischetto.")},
-        {QStringLiteral("frmVuota"), QString(), QString()},
-    });
-    const struct {
-        const char* caso;
-        QString nome;
-        QString atteso;
-    } casi[] = {
-        {"una riga", QStringLiteral("frmInizializza"),
-         QStringLiteral("INIZIALIZZA DISTILLERIA\nDati della distilleria.")},
-        {"due righe dello stesso nome, nell'ordine della tabella", QStringLiteral("frmScarico"),
-         QStringLiteral("SCARICO\nScrive il file.\nPoi lo copia.\n\nSECONDA PARTE\nSul dischetto.")},
-        {"nome senza distinguere le maiuscole", QStringLiteral("FRMINIZIALIZZA"),
-         QStringLiteral("INIZIALIZZA DISTILLERIA\nDati della distilleria.")},
-        {"titolo e descrizione Null", QStringLiteral("frmVuota"), QStringLiteral("\n")},
-        {"nome senza righe: finestra vuota", QStringLiteral("FrmInesistente"), QString()},
-        {"nome di soli spazi: tutti i testi", QStringLiteral("   "),
-         QStringLiteral("SCARICO\nScrive il file.\nPoi lo copia.\n\nINIZIALIZZA DISTILLERIA\nDati della distilleria."
-                        "\n\nSECONDA PARTE\nSul dischetto.\n\n\n")},
+    TestiDiProva("('frmScarico', 'Scarico', 'Scrive il file.\nPoi lo copia.'), "
+                 "('frmInizializza', 'Inizializza Distilleria', 'Dati della distilleria.'), "
+                 "('frmScarico', 'Seconda parte', 'Sul dischetto.'), ('frmVuota', NULL, NULL)");
+    const char* const casi[][2] = {
+        {"frmInizializza", "INIZIALIZZA DISTILLERIA\nDati della distilleria."},
+        {"FRMINIZIALIZZA", "INIZIALIZZA DISTILLERIA\nDati della distilleria."},  // senza distinguere le maiuscole
+        // Due righe dello stesso nome, nell'ordine della tabella.
+        {"frmScarico", "SCARICO\nScrive il file.\nPoi lo copia.\n\nSECONDA PARTE\nSul dischetto."},
+        {"frmVuota", "\n"},      // titolo e descrizione Null
+        {"FrmInesistente", ""},  // nome senza righe: finestra vuota
+        {"   ", "SCARICO\nScrive il file.\nPoi lo copia.\n\nINIZIALIZZA DISTILLERIA\nDati della distilleria."
+                "\n\nSECONDA PARTE\nSul dischetto.\n\n\n"},  // nome di soli spazi: tutti i testi
     };
-    for (const auto& c : casi) {
-        SCOPED_TRACE(c.caso);
-        EXPECT_EQ(TestoHelp(c.nome), c.atteso);
-    }
+    for (const auto& c : casi)
+        EXPECT_EQ(TestoHelp(QString::fromLatin1(c[0])), QString::fromLatin1(c[1])) << c[0];
     EXPECT_TRUE(script->messaggi.isEmpty()) << "nessun messaggio, nemmeno per un nome sconosciuto";
 }
 
-TEST_F(AiutoEVersione, OgniMascheraHaIlSuoTestoNelDatabaseConsegnato)
+// Il menu apre l'aiuto con tutti i testi e le informazioni sul programma;
+// "Esci" e "OK" le scaricano.
+TEST_F(AiutoEVersione, HelpEVersioneDalMenu)
 {
-    const char* nomi[] = {"frmAbout", "frmCambioDomanda", "frmCambioUTF", "frmInizializza", "FRMDOMANDA_INS",
-                          "FRMDOMANDA_MOD", "FRMFATTURA_INS", "FRMFATTURA_MOD", "frmProduttore_Utf_INS",
-                          "frmProduttore_Utf_MOD", "FRMSELEZIONE_DOMA", "FRMSELEZIONE_FATTU", "FRMSELEZIONE_CAMBIO",
-                          "FRMSELEZIONE_STAMPA", "frmScarico", "frmProduttori_Scarico", "frmProduttore",
-                          "Frmproduttore_Domanda", "frmProduttore_Utf", "FRMSELEZIONE_SELFAT"};
-    for (const char* nome : nomi) {
-        SCOPED_TRACE(nome);
-        const QString testo = TestoHelp(QString::fromLatin1(nome));
-        const qsizetype aCapo = testo.indexOf(QLatin1Char('\n'));
-        ASSERT_GT(aCapo, 0) << "manca il titolo";
-        EXPECT_EQ(testo.left(aCapo), testo.left(aCapo).toUpper()) << "titolo in maiuscolo";
-        EXPECT_GT(testo.size() - aCapo, 10) << "manca la descrizione";
-    }
-}
-
-TEST_F(AiutoEVersione, IlMenuHelpMostraTuttiITesti)
-{
-    TestiDiProva({{QStringLiteral("a"), QStringLiteral("Primo"), QStringLiteral("Uno.")},
-                  {QStringLiteral("b"), QStringLiteral("Secondo"), QStringLiteral("Due.")}});
-    FrmMenu& menu = FrmMenu::Carica();
-    menu.show();
-    QString testo, titolo;
-    bool modale = false;
-    AttesaModale attesa(QStringLiteral("FrmHelp"), [&](QDialog* d) {
-        auto* help = qobject_cast<FrmHelp*>(d);
-        testo = help->TxtHElp()->toPlainText();
-        titolo = help->windowTitle();
-        modale = help->isModal();
-        QTest::mouseClick(help->CmdHelp(), Qt::LeftButton);
-        if (help->isVisible())
-            help->done(0);
-    });
-    menu.findChild<QAction*>(QStringLiteral("mnuhelp"))->trigger();
-    ASSERT_TRUE(attesa.eseguita());
-    EXPECT_EQ(testo, QStringLiteral("PRIMO\nUno.\n\nSECONDO\nDue."));
-    EXPECT_EQ(titolo, QStringLiteral(" Help "));
-    EXPECT_TRUE(modale);
-    EXPECT_EQ(menu.findChild<FrmHelp*>(), nullptr) << "Esci la scarica";
-}
-
-TEST_F(AiutoEVersione, VersioneDalMenu)
-{
+    TestiDiProva("('a', 'Primo', 'Uno.'), ('b', 'Secondo', 'Due.')");
     sessione().DataVersioneDb = QStringLiteral("15/09/2005");
     FrmMenu& menu = FrmMenu::Carica();
     menu.show();
-    QString didascalia, versione, titolo, descrizione, sysInfo;
-    AttesaModale attesa(QStringLiteral("frmAbout"), [&](QDialog* d) {
-        auto* about = qobject_cast<frmAbout*>(d);
-        didascalia = about->windowTitle();
-        versione = about->lblVersion()->text();
-        titolo = about->lblTitle()->text();
-        descrizione = about->lblDescription()->text();
-        sysInfo = about->cmdSysInfo()->text();
-        QTest::mouseClick(about->cmdOK(), Qt::LeftButton);
-        if (about->isVisible())
-            about->done(0);
+    QStringList help, about;
+    AttesaModale attesaHelp(QStringLiteral("FrmHelp"), [&](QDialog* d) {
+        auto* f = qobject_cast<FrmHelp*>(d);
+        help << f->TxtHElp()->toPlainText() << f->windowTitle() << QString::number(f->isModal());
+        QTest::mouseClick(f->CmdHelp(), Qt::LeftButton);
+    });
+    menu.findChild<QAction*>(QStringLiteral("mnuhelp"))->trigger();
+    ASSERT_TRUE(attesaHelp.eseguita());
+    EXPECT_EQ(help, QStringList({"PRIMO\nUno.\n\nSECONDO\nDue.", " Help ", "1"}));
+    EXPECT_EQ(menu.findChild<FrmHelp*>(), nullptr);
+
+    AttesaModale attesaAbout(QStringLiteral("frmAbout"), [&](QDialog* d) {
+        auto* f = qobject_cast<frmAbout*>(d);
+        about << f->windowTitle() << f->lblVersion()->text() << f->lblTitle()->text() << f->lblDescription()->text()
+              << f->cmdSysInfo()->text();
+        QTest::mouseClick(f->cmdOK(), Qt::LeftButton);
     });
     menu.findChild<QAction*>(QStringLiteral("mnVer"))->trigger();
-    ASSERT_TRUE(attesa.eseguita());
-    EXPECT_EQ(didascalia, QStringLiteral("Informazioni su ") + TitoloPredefinito());
-    EXPECT_EQ(versione, QStringLiteral("  Versione %1.%2.%3 del 15/09/2005")
-                            .arg(VersioneMajor)
-                            .arg(VersioneMinor)
-                            .arg(VersioneRevision));
-    EXPECT_EQ(titolo, QStringLiteral("Fermola\nPer sistemi Windows a 32 bit"));
-    EXPECT_EQ(descrizione, QStringLiteral("Acquisizione fatture Allegati alla domanda di aiuto alla distillazione  "
-                                          "art.29 e art.30 Reg. CE 1443/1999 - campagna 2005/2006"));
-    EXPECT_EQ(sysInfo, QStringLiteral("&System Info..."));
-    EXPECT_EQ(menu.findChild<frmAbout*>(), nullptr) << "OK la scarica";
+    ASSERT_TRUE(attesaAbout.eseguita());
+    EXPECT_EQ(about, QStringList({QStringLiteral("Informazioni su ") + TitoloPredefinito(),
+                                  QStringLiteral("  Versione %1.%2.%3 del 15/09/2005")
+                                      .arg(VersioneMajor)
+                                      .arg(VersioneMinor)
+                                      .arg(VersioneRevision),
+                                  QStringLiteral("Fermola\nPer sistemi Windows a 32 bit"),
+                                  QStringLiteral("Acquisizione fatture Allegati alla domanda di aiuto alla "
+                                                 "distillazione  art.29 e art.30 Reg. CE 1443/1999 - campagna 2005/2006"),
+                                  QStringLiteral("&System Info...")}));
+    EXPECT_EQ(menu.findChild<frmAbout*>(), nullptr);
     EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
@@ -177,12 +130,9 @@ TEST_F(AiutoEVersione, InformazioniDiSistemaNonDisponibiliEF1)
     about.show();
     script->Rispondi(RispostaMsg::OK);
     QTest::mouseClick(about.cmdSysInfo(), Qt::LeftButton);
-    ASSERT_EQ(script->messaggi.size(), 1);
-    EXPECT_EQ(script->messaggi[0].testo, QStringLiteral("Le informazioni sul sistema non sono attualmente disponibili."));
-    EXPECT_EQ(script->messaggi[0].stile, 0);
-    EXPECT_EQ(script->messaggi[0].titolo, QString());
+    EXPECT_EQ(script->messaggi,
+              (Messaggi{{QStringLiteral("Le informazioni sul sistema non sono attualmente disponibili."), 0, QString()}}));
     EXPECT_TRUE(about.isVisible());
-
     QStringList chieste;
     ImpostaMostraHelp([&](const QString& nome) { chieste << nome; });
     QTest::keyClick(&about, Qt::Key_F1);
@@ -200,28 +150,21 @@ TEST_F(AiutoEVersione, RegistroErroriDalMenu)
     menu.findChild<QAction*>(QStringLiteral("mnuSistema_3"))->trigger();
     auto* registro = qobject_cast<frmRegistroErrori*>(menu.MascheraAperta(QStringLiteral("frmRegistroErrori")));
     ASSERT_NE(registro, nullptr);
-    ASSERT_EQ(menu.AreaMdi()->subWindowList().size(), 1) << "figlia della finestra principale";
-
-    auto righe = [&] {
+    EXPECT_EQ(menu.AreaMdi()->subWindowList().size(), 1) << "figlia della finestra principale";
+    EXPECT_EQ(registro->Griglia()->editTriggers(), QAbstractItemView::NoEditTriggers);
+    const auto righe = [&] {
         QStringList r;
         const QAbstractItemModel* m = registro->Griglia()->model();
         for (int i = 0; i < m->rowCount(); ++i)
-            r << m->index(i, 2).data().toString() + QLatin1Char('|') + m->index(i, 4).data().toString() +
-                     QLatin1Char('|') + m->index(i, 5).data().toString();
+            r << QStringList{m->index(i, 2).data().toString(), m->index(i, 4).data().toString(),
+                             m->index(i, 5).data().toString()}.join(QLatin1Char('|'));
         return r;
     };
-    EXPECT_EQ(righe(), QStringList({QStringLiteral("00013|SECONDO|GE"), QStringLiteral("03021|PRIMO|")}));
-    EXPECT_EQ(registro->Griglia()->editTriggers(), QAbstractItemView::NoEditTriggers);
-
+    EXPECT_EQ(righe(), QStringList({"00013|SECONDO|GE", "03021|PRIMO|"}));
     // Un errore nuovo compare in cima con "Aggiorna".
     ScriviLogErr(QString(), QStringLiteral("TERZO"), 3075, QStringLiteral("Errore di sintassi"));
     QTest::mouseClick(registro->CmdAggiorna(), Qt::LeftButton);
-    EXPECT_EQ(righe().value(0), QStringLiteral("03075|TERZO|"));
-    EXPECT_EQ(righe().size(), 3);
-
-    // Un secondo clic sulla voce riporta davanti la stessa finestra.
-    menu.findChild<QAction*>(QStringLiteral("mnuSistema_3"))->trigger();
-    EXPECT_EQ(menu.MascheraAperta(QStringLiteral("frmRegistroErrori")), registro);
+    EXPECT_EQ(righe(), QStringList({"03075|TERZO|", "00013|SECONDO|GE", "03021|PRIMO|"}));
     QPointer<frmRegistroErrori> guardia(registro);
     QTest::mouseClick(registro->CmdEsci(), Qt::LeftButton);
     EXPECT_TRUE(QTest::qWaitFor([&] { return guardia.isNull(); }, 2000));

@@ -1,5 +1,6 @@
 // Inizializzazione della distilleria: primo avvio con la tabella vuota,
 // salvataggio, cambio del codice, rifiuti con i loro messaggi, errori.
+#include "common/aiuto.h"
 #include "shell/FrmMenu.h"
 #include "shell/LeggiDistilleria.h"
 #include "shell/frmInizializza.h"
@@ -14,7 +15,6 @@
 #include <QAction>
 #include <QLineEdit>
 #include <QMdiArea>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -90,8 +90,10 @@ protected:
     std::unique_ptr<frmInizializza> m_maschera;
 };
 
-TEST_F(Inizializza, CampiEPulsanti)
+// Con la distilleria già scritta, Esci chiude senza salvare quel che si è battuto.
+TEST_F(Inizializza, CampiPulsantiEEsciSenzaSalvare)
 {
+    Inserisci(CfValido, QStringLiteral("R"), QStringLiteral("I"));
     frmInizializza& f = Apri();
     // Lunghezze, maiuscole, vocali accentate con l'apostrofo, caratteri fuori dall'insieme ammesso persi.
     const struct {
@@ -111,17 +113,29 @@ TEST_F(Inizializza, CampiEPulsanti)
     }
     EXPECT_EQ(QStringList({f.Cmddati[0]->text(), f.Cmddati[1]->text(), f.Cmddati[2]->text()}),
               QStringList({"Salva", "Esci", "Help"}));
+    QTest::mouseClick(f.Cmddati[1], Qt::LeftButton);
+    EXPECT_FALSE(f.isVisible());
+    EXPECT_FALSE(script->terminato);
+    EXPECT_EQ(Distilleria(), QStringList{CfValido + "|R|I"});
+    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
-// Primo avvio: la maschera compare sopra il menu prima di ogni altra cosa, e
-// uscirne in qualsiasi modo senza salvare termina il programma senza domande.
-TEST_F(Inizializza, PrimoAvvioUscireSenzaSalvareTermina)
+// Primo avvio: la maschera compare sopra il menu prima di ogni altra cosa.
+// Uscirne in qualsiasi modo senza salvare termina il programma senza domande;
+// un salvataggio (codice fiscale battuto in minuscolo, o partita IVA) scrive
+// la riga, e il menu resta.
+TEST_F(Inizializza, PrimoAvvio)
 {
-    for (bool conEsci : {true, false}) {
-        SCOPED_TRACE(conEsci ? "pulsante Esci" : "chiusura della finestra");
+    const QString Esci = QStringLiteral("Esci"), Chiudi = QStringLiteral("chiusura");
+    for (const QString& azione : {Esci, Chiudi, QStringLiteral("dstfrm70c12z404f"), PivaValida}) {
+        SCOPED_TRACE(azione.toStdString());
         FrmMenu::Scarica();
         script->terminato = false;
-        bool terminato = false, menuVisibile = false;
+        script->messaggi.clear();
+        const bool salva = azione != Esci && azione != Chiudi;
+        if (salva)
+            script->Rispondi(RispostaMsg::OK);
+        bool terminato = false, menuVisibile = false, chiusa = false;
         int figli = -1, messaggiPrima = -1;
         QString titolo;
         AttesaModale attesa(QStringLiteral("frmInizializza"), [&](QDialog* d) {
@@ -131,52 +145,36 @@ TEST_F(Inizializza, PrimoAvvioUscireSenzaSalvareTermina)
             messaggiPrima = script->messaggi.size();
             titolo = f->windowTitle();
             try {
-                conEsci ? f->Cmddati[1]->click() : (void)f->close();
+                if (salva)
+                    Salva(*f, azione, QStringLiteral("distilleria del colle srl"), QStringLiteral("via degli alambicchi 12"));
+                else
+                    azione == Esci ? f->Cmddati[1]->click() : (void)f->close();
             } catch (const ProcessoTerminato&) {
                 terminato = true;
             }
-            d->done(QDialog::Rejected);  // il processo vero finirebbe qui
+            chiusa = !f->isVisible();
+            if (!chiusa)
+                d->done(QDialog::Rejected);  // il processo vero finirebbe qui; o il test fallisce senza restare appeso
         });
-        FrmMenu::Carica().show();
+        FrmMenu& menu = FrmMenu::Carica();
+        menu.show();
         ASSERT_TRUE(QTest::qWaitFor([&] { return attesa.eseguita(); }, 5000));
         EXPECT_TRUE(menuVisibile);
         EXPECT_EQ(figli, 0);
         EXPECT_EQ(messaggiPrima, 0);
         EXPECT_EQ(titolo, Titolo);
-        EXPECT_TRUE(terminato && script->terminato);
-        EXPECT_TRUE(script->messaggi.isEmpty()) << "nessuna domanda prima della fine";
-        EXPECT_TRUE(Distilleria().isEmpty());
-    }
-}
-
-TEST_F(Inizializza, PrimoAvvioSalvataggioScriveLaRigaEApreIlMenu)
-{
-    // Il codice fiscale battuto in minuscolo, o una partita IVA.
-    for (const QString& codice : {QStringLiteral("dstfrm70c12z404f"), PivaValida}) {
-        SCOPED_TRACE(codice.toStdString());
-        FrmMenu::Scarica();
-        db().Execute(QStringLiteral("DELETE FROM DISTILLERIA"));
-        script->messaggi.clear();
-        script->Rispondi(RispostaMsg::OK);
-        bool chiusa = false;
-        AttesaModale attesa(QStringLiteral("frmInizializza"), [&](QDialog* d) {
-            auto* f = qobject_cast<frmInizializza*>(d);
-            Salva(*f, codice, QStringLiteral("distilleria del colle srl"), QStringLiteral("via degli alambicchi 12"));
-            chiusa = !f->isVisible();
-            if (!chiusa)
-                d->done(QDialog::Rejected);  // il test fallisce ma non resta appeso
-        });
-        FrmMenu& menu = FrmMenu::Carica();
-        menu.show();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return attesa.eseguita(); }, 5000));
+        EXPECT_EQ(std::pair(terminato, script->terminato), std::pair(!salva, !salva));
+        if (!salva) {
+            EXPECT_TRUE(script->messaggi.isEmpty()) << "nessuna domanda prima della fine";
+            EXPECT_TRUE(Distilleria().isEmpty());
+            continue;
+        }
         EXPECT_TRUE(chiusa);
-        EXPECT_EQ(Distilleria(), QStringList{codice.toUpper() + "|DISTILLERIA DEL COLLE SRL|VIA DEGLI ALAMBICCHI 12"});
+        EXPECT_EQ(Distilleria(), QStringList{azione.toUpper() + "|DISTILLERIA DEL COLLE SRL|VIA DEGLI ALAMBICCHI 12"});
         EXPECT_EQ(script->messaggi, Messaggi{Eseguita});
-        EXPECT_FALSE(script->terminato);
         EXPECT_TRUE(menu.isVisible());
-        EXPECT_FALSE(sessione().DistilleriaAssente);
-        EXPECT_EQ(sessione().ModoDistilleria, QStringLiteral("M"));
-        EXPECT_EQ(sessione().DistilleriaDati.CODI_FISC, codice.toUpper());
+        EXPECT_EQ(sessione().DistilleriaDati.CODI_FISC, azione.toUpper());
+        db().Execute(QStringLiteral("DELETE FROM DISTILLERIA"));
     }
 }
 
@@ -243,86 +241,59 @@ TEST_F(Inizializza, CambioDelCodiceDalMenuAggiornaLaRigaDelVecchioCodice)
     EXPECT_FALSE(script->terminato);
 }
 
-TEST_F(Inizializza, EsciConLaDistilleriaChiudeSenzaSalvare)
+TEST_F(Inizializza, EsitiDelSalvataggio)
 {
-    Inserisci(CfValido, QStringLiteral("R"), QStringLiteral("I"));
-    frmInizializza& f = Apri();
-    Scrivi(f.TxtDISTDati(2), QStringLiteral("NON SALVATA"));
-    QTest::mouseClick(f.Cmddati[1], Qt::LeftButton);
-    EXPECT_FALSE(f.isVisible());
-    EXPECT_FALSE(script->terminato);
-    EXPECT_EQ(Distilleria(), QStringList{CfValido + "|R|I"});
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-TEST_F(Inizializza, ApostrofoNelNomeInserendoEAggiornando)
-{
-    for (bool esistente : {false, true}) {
-        SCOPED_TRACE(esistente);
-        db().Execute(QStringLiteral("DELETE FROM DISTILLERIA"));
-        if (esistente)
-            Inserisci(CfValido, QStringLiteral("R"), QStringLiteral("I"));
-        frmInizializza& f = Apri();
-        script->Rispondi(RispostaMsg::OK);
-        Salva(f, CfValido2, QStringLiteral("CANTINA D'ANNA & FIGLI"), QStringLiteral("PIAZZA DELL'OLMO, 3/A"));
-        EXPECT_EQ(script->messaggi, Messaggi{Eseguita});
-        EXPECT_EQ(Distilleria(), QStringList{CfValido2 + "|CANTINA D'ANNA & FIGLI|PIAZZA DELL'OLMO, 3/A"});
-    }
-}
-
-TEST_F(Inizializza, SalvataggioSenzaEsito)
-{
+    const QString Anna = QStringLiteral("CANTINA D'ANNA & FIGLI"), Olmo = QStringLiteral("PIAZZA DELL'OLMO, 3/A");
     const struct {
-        const char *prima, *dopo, *messaggio;
+        const char *prima, *dopo;  // prima e dopo l'apertura della maschera
+        QString cf, ragione, indirizzo;
+        MessaggioRegistrato messaggio;
+        QStringList righe;
     } casi[] = {
+        // L'apostrofo nei nomi, inserendo e aggiornando.
+        {"SELECT 1", "SELECT 1", CfValido2, Anna, Olmo, Eseguita, {CfValido2 + "|" + Anna + "|" + Olmo}},
+        {"INSERT INTO DISTILLERIA VALUES ('DSTFRM70C12Z404F', 'R', 'I')", "SELECT 1", CfValido2, Anna, Olmo, Eseguita,
+         {CfValido2 + "|" + Anna + "|" + Olmo}},
         // Un altro ha cambiato il codice dopo la lettura: l'aggiornamento non trova la riga.
         {"INSERT INTO DISTILLERIA VALUES ('DSTFRM70C12Z404F', 'R', 'I')",
-         "UPDATE DISTILLERIA SET CODI_FISC = '13579246805'", "Operazione non eseguita."},
+         "UPDATE DISTILLERIA SET CODI_FISC = '13579246805'", PivaValida, "R", "I",
+         {"Operazione non eseguita.", 64, Titolo}, {PivaValida2 + "|R|I"}},
         // Un trigger toglie subito la riga: l'inserimento conta una riga, la rilettura non la trova.
-        {"CREATE TRIGGER svuota AFTER INSERT ON DISTILLERIA BEGIN DELETE FROM DISTILLERIA; END", "SELECT 1",
-         "Distilleria non inserita."},
+        {"CREATE TRIGGER svuota AFTER INSERT ON DISTILLERIA BEGIN DELETE FROM DISTILLERIA; END", "SELECT 1", PivaValida,
+         "R", "I", {"Distilleria non inserita.", 64, Titolo}, {}},
+        // Un errore del database va nel registro e la maschera resta.
+        {"DROP TRIGGER svuota", "ALTER TABLE DISTILLERIA RENAME TO DISTILLERIA_VIA", PivaValida, "R", "I",
+         {MessaggioLogErr(3078, "Impossibile trovare la tabella o la query di input 'DISTILLERIA'.",
+                          "frmInizializza CmdDATI_Click"),
+          48, "Gestione Errori"},
+         {}},
     };
     for (const auto& c : casi) {
-        SCOPED_TRACE(c.messaggio);
+        SCOPED_TRACE(c.messaggio.testo.toStdString());
         db().Execute(QStringLiteral("DELETE FROM DISTILLERIA"));
         db().Execute(QString::fromLatin1(c.prima));
         frmInizializza& f = Apri();
         db().Execute(QString::fromLatin1(c.dopo));
         script->Rispondi(RispostaMsg::OK);
-        Salva(f, PivaValida, QStringLiteral("R"), QStringLiteral("I"));
-        EXPECT_EQ(script->messaggi, (Messaggi{{QString::fromLatin1(c.messaggio), 64, Titolo}}));
-        EXPECT_TRUE(f.isVisible());
+        Salva(f, c.cf, c.ragione, c.indirizzo);
+        EXPECT_EQ(script->messaggi, Messaggi{c.messaggio});
+        EXPECT_EQ(f.isVisible(), !(c.messaggio == Eseguita));
+        EXPECT_EQ(db().EsisteTabella(QStringLiteral("DISTILLERIA")) ? Distilleria() : c.righe, c.righe);
     }
     EXPECT_TRUE(sessione().DistilleriaAssente);
-}
-
-TEST_F(Inizializza, ErroreDelDatabaseVaNelRegistroELaMascheraResta)
-{
-    frmInizializza& f = Apri();
-    db().Execute(QStringLiteral("ALTER TABLE DISTILLERIA RENAME TO DISTILLERIA_VIA"));
-    script->Rispondi(RispostaMsg::OK);
-    Salva(f, PivaValida, QStringLiteral("R"), QStringLiteral("I"));
-    ASSERT_EQ(script->messaggi.size(), 1);
-    EXPECT_EQ(script->messaggi[0].titolo, QStringLiteral("Gestione Errori"));
-    EXPECT_TRUE(script->messaggi[0].testo.contains(QStringLiteral("frmInizializza CmdDATI_Click")));
+    EXPECT_FALSE(script->terminato);
     EXPECT_EQ(Righe(db(), QStringLiteral("SELECT DESC_APPL, CODI_ERRO FROM LOGERR")),
               QStringList{QStringLiteral("frmInizializza CmdDATI_Click|03078")});
-    EXPECT_TRUE(f.isVisible());
-    EXPECT_FALSE(script->terminato);
 }
 
 TEST_F(Inizializza, HelpConIlNomeDellaMaschera)
 {
-    frmInizializza& f = Apri();
-    QString testo;
-    AttesaModale attesa(QStringLiteral("FrmHelp"), [&](QDialog* d) {
-        testo = d->findChild<QPlainTextEdit*>(QStringLiteral("TxtHElp"))->toPlainText();
-        d->done(0);
-    });
-    QTest::mouseClick(f.Cmddati[2], Qt::LeftButton);
-    ASSERT_TRUE(attesa.eseguita());
-    EXPECT_TRUE(testo.startsWith(QStringLiteral("INIZIALIZZA DISTILLERIA\n"))) << testo.toStdString();
-    EXPECT_TRUE(f.isVisible());
+    QStringList chieste;
+    ImpostaMostraHelp([&](const QString& nome) { chieste << nome; });
+    QTest::mouseClick(Apri().Cmddati[2], Qt::LeftButton);
+    ImpostaMostraHelp(FunzioneHelp());
+    EXPECT_EQ(chieste, QStringList{QStringLiteral("frmInizializza")});
+    EXPECT_TRUE(m_maschera->isVisible());
 }
 
 }  // namespace
