@@ -5,13 +5,11 @@
 #include "shell/session_state.h"
 #include "support/errori_prova.h"
 #include "support/piattaforma_script.h"
+#include "support/verifiche.h"
 
 #include <gtest/gtest.h>
 #include <optional>
 #include <tuple>
-
-// Stampa leggibile dei testi nei messaggi di GoogleTest.
-static void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
 
 namespace {
 

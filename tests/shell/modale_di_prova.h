@@ -11,8 +11,7 @@
 #include <memory>
 #include <ostream>
 
-// Testi leggibili nei messaggi di GoogleTest.
-static inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+#include "support/verifiche.h"
 
 class AttesaModale {
 public:
