@@ -11,10 +11,15 @@ bool ApriDatabase(bool esclusivo)
     try {
         s.DbDistilleria = Database::Apri(s.PathDatabase + NomeDatabase, esclusivo, ConnessioneDb);
     } catch (const ErroreSistema& e) {
-        MsgBox(QStringLiteral("Numero Errore: ") + QString::number(e.numero()) + QStringLiteral("\n\n") +
-                   QStringLiteral("Descrizione Errore: ") + e.descrizione() + QStringLiteral("\n\n\n"),
-               StileMsg::Critico, TitoloApplicazione);
-        TerminaProcesso();
+        TerminaPerErrore(e);
     }
     return true;
+}
+
+void TerminaPerErrore(const ErroreSistema& errore)
+{
+    MsgBox(QStringLiteral("Numero Errore: ") + QString::number(errore.numero()) + QStringLiteral("\n\n") +
+               QStringLiteral("Descrizione Errore: ") + errore.descrizione() + QStringLiteral("\n\n\n"),
+           StileMsg::Critico, TitoloApplicazione);
+    TerminaProcesso();
 }

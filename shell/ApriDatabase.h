@@ -6,3 +6,10 @@
 // numero e descrizione dell'errore e termina il processo (non c'è ancora una
 // connessione su cui scrivere LOGERR).
 bool ApriDatabase(bool esclusivo);
+
+class ErroreSistema;
+
+// Il messaggio di ApriDatabase (numero, descrizione, icona di stop) seguito
+// dalla fine del processo: per i guasti che non hanno un registro su cui
+// finire e non devono uscire nel ciclo degli eventi.
+[[noreturn]] void TerminaPerErrore(const ErroreSistema& errore);

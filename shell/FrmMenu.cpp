@@ -1,5 +1,6 @@
 #include "shell/FrmMenu.h"
 
+#include "common/errore.h"
 #include "common/piattaforma.h"
 #include "shell/ApriDatabase.h"
 #include "shell/registro_maschere.h"
@@ -52,8 +53,14 @@ void FrmMenu::Form_Load()
 {
     ApriDatabase(false);
     setWindowTitle(TitoloLungo + QStringLiteral(" - Campagna ") + CampagnaEstesa);
-    // Senza distilleria registrata si passa prima da frmInizializza.
-    EseguiAzione(NomiAzioni::VerificaDistilleria);
+    // Senza distilleria registrata si passa prima da frmInizializza. Il
+    // caricamento non ha un'etichetta d'errore: un guasto nella lettura ferma
+    // il programma come quello dell'apertura, senza uscire nel ciclo degli eventi.
+    try {
+        EseguiAzione(NomiAzioni::VerificaDistilleria);
+    } catch (const ErroreSistema& e) {
+        TerminaPerErrore(e);
+    }
 }
 
 QAction* FrmMenu::Voce(QMenu* menu, const QString& testo, const QString& controllo, int indice, bool disponibile)

@@ -80,12 +80,31 @@ void Elenca(const QList<QAction*>& azioni, int livello, QStringList& righe)
     }
 }
 
-TEST_F(Menu, SenzaDatabaseIlCaricamentoTermina)
+// Un guasto nel caricamento non esce dal ciclo degli eventi: numero e
+// descrizione a video, poi il processo termina.
+TEST_F(Menu, UnGuastoNelCaricamentoTermina)
 {
-    QFile::remove(cartella->percorsoDatabase());
-    script->Rispondi(RispostaMsg::OK);
-    EXPECT_THROW(FrmMenu::Carica(), ProcessoTerminato);
-    EXPECT_EQ(script->messaggi.size(), 1);
+    const struct { const char* caso; int numero; QString tabella; } casi[] = {
+        {"DISTILLERIA mancante", 3078, u"DISTILLERIA"_s},
+        {"database mancante", 3024, QString()},
+    };
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.caso);
+        RegistraMaschereDelSistema();
+        if (c.tabella.isEmpty())
+            QFile::remove(cartella->percorsoDatabase());
+        else
+            db().Execute(u"DROP TABLE "_s + c.tabella);
+        script->Rispondi(RispostaMsg::OK);
+        EXPECT_THROW(FrmMenu::Carica(), ProcessoTerminato);
+        ASSERT_EQ(script->messaggi.size(), 1);
+        EXPECT_TRUE(script->messaggi[0].testo.startsWith(u"Numero Errore: %1\n\nDescrizione Errore: "_s.arg(c.numero)))
+            << script->messaggi[0].testo.toStdString();
+        EXPECT_EQ(script->messaggi[0].stile, 16);
+        EXPECT_EQ(script->messaggi[0].titolo, u"FERMOLA_2005"_s);
+        FrmMenu::Scarica();
+        script->messaggi.clear();
+    }
 }
 
 TEST_F(Menu, IlCaricamentoApreLaConnessioneVerificaLaDistilleriaEMostraLAlberoDelleVoci)
