@@ -19,7 +19,7 @@ QString PadSinistra(const QString& valore, int larghezza, QChar riempimento);
 QString FormattaDecimali(const QString& valore, int decimali);
 // Il contrario, all'importazione: le ultime "decimali" cifre sono i decimali,
 // il resto passa per il suo valore numerico (Val, perdendo gli zeri in testa)
-// e torna testo: "0001234500" con 2 dà "123,45".
+// e torna testo: "00012345" con 2 dà "123,45".
 QString InserisciVirgola(const QString& valore, int decimali);
 
 // Data tra due maschere: "G" giorno, "M" mese, "A" anno ("GG/MM/AAAA",

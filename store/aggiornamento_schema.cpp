@@ -68,7 +68,7 @@ void CREA_TAB_CAMPAGNA(Database& db, const QStringList& anni)
                        {{QStringLiteral("ANNUALITA"), TipoCampo::Intero, 4, AttributoCampo::LunghezzaVariabile}});
         // Il ciclo si ferma un elemento prima del limite superiore.
         for (qsizetype i = 0; i + 1 < anni.size(); ++i)
-            db.Execute(QStringLiteral("insert into CAMPAGNA(ANNUALITA) values('") + anni[i] + QStringLiteral("')"));
+            db.Execute(QStringLiteral("insert into CAMPAGNA(ANNUALITA) values(?)"), {anni[i]});
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), QStringLiteral("CREA_TAB_CAMPAGNA"), e.numero(), e.descrizione());
     }

@@ -1,6 +1,7 @@
 #include "store/database.h"
 
 #include "common/errore.h"
+#include "common/numeri.h"
 #include "store/funzioni_sql.h"
 
 #include <QCryptographicHash>
@@ -84,8 +85,9 @@ QString Valore::testo() const
     if (isNull())
         return QString();
     if (m_v.typeId() == QMetaType::Double) {
-        // Numero reale: testo con la virgola, come lo scrive il programma.
-        return QString::number(m_v.toDouble(), 'g', 15).replace(QLatin1Char('.'), QLatin1Char(','));
+        // Numero reale: il testo di CStr, come quando si accoda "" al campo
+        // (virgola, esponente "E+15" e "E-06" agli stessi limiti).
+        return CStr(m_v.toDouble());
     }
     return m_v.toString();
 }

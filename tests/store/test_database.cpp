@@ -148,6 +148,8 @@ TEST_F(Operazioni, FunzioniSqlConLaVirgolaDecimale)
         {"FORMAT(NULL,'#0.00') IS NULL", "1"},
         {"MID('23/11/2005',7,4) || MID('23/11/2005',4,2) || MID('23/11/2005',1,2)", "20051123"},
         {"MID('àbcdè',5)", "è"},
+        // un reale letto come testo è scritto come da CStr
+        {"CDBL('1000000000000000')", "1E+15"}, {"CDBL('0,00001')", "0,00001"}
     };
     for (const auto& c : casi)
         EXPECT_EQ(Righe(db(), u"SELECT "_s + QString::fromUtf8(c.espressione)), QStringList{QString::fromUtf8(c.atteso)});

@@ -143,6 +143,8 @@ TEST_F(Aggiornamento, CampagnaSenzaLUltimoElemento)
 {
     CREA_TAB_CAMPAGNA(db(), S("2003 2004 2005"));
     EXPECT_EQ(Righe(db(), u"SELECT group_concat(ANNUALITA, ',') FROM CAMPAGNA"_s), QStringList{u"2003,2004"_s});
+    CREA_TAB_CAMPAGNA(db(), {u"20'5"_s, u"2006"_s});  // il valore è un parametro, l'apice non rompe l'istruzione
+    EXPECT_EQ(Righe(db(), u"SELECT ANNUALITA FROM CAMPAGNA"_s), QStringList{u"20'5"_s});
     CREA_TAB_CAMPAGNA(db(), S("2005"));
     EXPECT_EQ(Righe(db(), u"SELECT COUNT(*) FROM CAMPAGNA"_s), QStringList{u"0"_s});
 }
