@@ -69,4 +69,26 @@ QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int deci
     return risultato;
 }
 
+int AvanzaContatori(const QString& riga, qint32& domande, qint32& figli, qint32& nipoti)
+{
+    switch (riga.isEmpty() ? 0 : riga.at(0).unicode()) {
+    case u'0':
+        return 0;
+    case u'1':
+        ++domande;
+        figli = 0;
+        nipoti = 0;
+        return 1;
+    case u'2':
+        ++figli;
+        nipoti = 0;
+        return 2;
+    case u'3':
+        ++nipoti;
+        return 3;
+    default:
+        return -1;
+    }
+}
+
 }  // namespace TracciatoComune

@@ -33,4 +33,9 @@ QString FormatoData(const QString& testo, const QString& maschera);
 // virgola, i decimali così come stanno, spazi compresi.
 QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali);
 
+// Tipo di un record in entrata (il primo carattere, da 0 a 3; -1 per ogni
+// altro) e avanzamento dei contatori annidati del carico: un record di un
+// livello conta uno in più al suo livello e azzera quelli sotto.
+int AvanzaContatori(const QString& riga, qint32& domande, qint32& figli, qint32& nipoti);
+
 }  // namespace TracciatoComune

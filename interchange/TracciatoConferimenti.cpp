@@ -192,28 +192,15 @@ void Carico::Azzera()
 
 int Carico::LeggiRiga(const QString& riga)
 {
-    switch (riga.isEmpty() ? 0 : riga.at(0).unicode()) {
-    case u'0':
-        Tipo_0(riga);
-        return 0;
-    case u'1':
-        ++NumeroDomande;
-        NumeroCertificati = 0;
-        NumeroProduttori = 0;
-        Tipo_1(riga);
-        return 1;
-    case u'2':
-        ++NumeroCertificati;
-        NumeroProduttori = 0;
-        Tipo_2(riga);
-        return 2;
-    case u'3':
-        ++NumeroProduttori;
-        Tipo_3(riga);
-        return 3;
-    default:
-        return -1;
+    const int tipo = AvanzaContatori(riga, NumeroDomande, NumeroCertificati, NumeroProduttori);
+    switch (tipo) {
+    case 0: Tipo_0(riga); break;
+    case 1: Tipo_1(riga); break;
+    case 2: Tipo_2(riga); break;
+    case 3: Tipo_3(riga); break;
+    default: break;
     }
+    return tipo;
 }
 
 void Carico::Tipo_0(const QString& riga)
