@@ -38,4 +38,20 @@ QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int deci
 // livello conta uno in più al suo livello e azzera quelli sotto.
 int AvanzaContatori(const QString& riga, qint32& domande, qint32& figli, qint32& nipoti);
 
+// Una riga di un carico: avanza i contatori e passa la riga al Tipo_ del suo
+// tipo. Restituisce il tipo letto, -1 per una riga saltata.
+template <typename Carico>
+int SmistaRiga(Carico& carico, const QString& riga, qint32& domande, qint32& figli, qint32& nipoti)
+{
+    const int tipo = AvanzaContatori(riga, domande, figli, nipoti);
+    switch (tipo) {
+    case 0: carico.Tipo_0(riga); break;
+    case 1: carico.Tipo_1(riga); break;
+    case 2: carico.Tipo_2(riga); break;
+    case 3: carico.Tipo_3(riga); break;
+    default: break;
+    }
+    return tipo;
+}
+
 }  // namespace TracciatoComune

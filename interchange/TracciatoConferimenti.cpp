@@ -192,15 +192,7 @@ void Carico::Azzera()
 
 int Carico::LeggiRiga(const QString& riga)
 {
-    const int tipo = AvanzaContatori(riga, NumeroDomande, NumeroCertificati, NumeroProduttori);
-    switch (tipo) {
-    case 0: Tipo_0(riga); break;
-    case 1: Tipo_1(riga); break;
-    case 2: Tipo_2(riga); break;
-    case 3: Tipo_3(riga); break;
-    default: break;
-    }
-    return tipo;
+    return SmistaRiga(*this, riga, NumeroDomande, NumeroCertificati, NumeroProduttori);
 }
 
 void Carico::Tipo_0(const QString& riga)
