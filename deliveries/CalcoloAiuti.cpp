@@ -130,17 +130,34 @@ void CalcoloAiuti::calcolaAcquavite()
         (Decimale(m_calcQtaAcquavite) * Decimale(AliquotaRegionale(m_aliquotaAcquavite)) * Decimale(100)).testo();
 }
 
+bool CalcoloAiuti::scriviQuantita(int indice, const QString& valore, int cifre)
+{
+    if (!CtrlQuantita(valore, cifre)) {
+        campo(indice).clear();
+        return false;
+    }
+    campo(indice) = FormatTesto(valore, FormatoQuantita);
+    return true;
+}
+
+bool CalcoloAiuti::scriviAiuto(int indice, const QString& valore, int cifre)
+{
+    if (!CtrlQuantita(valore, cifre)) {
+        campo(indice).clear();
+        return false;
+    }
+    campo(indice) = Format(Round(Decimale(valore), 2), FormatoImporto);
+    return true;
+}
+
 void CalcoloAiuti::calcoliAutomatici(bool calcolaEttogradi)
 {
     impostaAliquote();
 
     if (calcolaEttogradi) {
         calcolaEttogradiDaVino();
-        if (!CtrlQuantita(m_calcEttogradi, 8)) {
-            campo(17).clear();
+        if (!scriviQuantita(17, m_calcEttogradi, 8))
             return;
-        }
-        campo(17) = FormatTesto(m_calcEttogradi, FormatoQuantita);
     }
 
     if (!vuoto(13) && !vuoto(16)) {
@@ -151,37 +168,18 @@ void CalcoloAiuti::calcoliAutomatici(bool calcolaEttogradi)
             campo(17) = FormatTesto(m_calcEttogradi, FormatoQuantita);
         } else {
             calcolaGrezzo();
-            if (!CtrlQuantita(m_calcQtaGrezzo, 7)) {
-                campo(18).clear();
+            if (!scriviQuantita(18, m_calcQtaGrezzo, 7) || !scriviAiuto(21, m_calcAiutoGrezzo, 12))
                 return;
-            }
-            campo(18) = FormatTesto(m_calcQtaGrezzo, FormatoQuantita);
-            if (!CtrlQuantita(m_calcAiutoGrezzo, 12)) {
-                campo(21).clear();
-                return;
-            }
-            campo(21) = Format(Round(Decimale(m_calcAiutoGrezzo), 2), FormatoImporto);
 
             calcolaNeutro();
-            if (!CtrlQuantita(m_calcQtaNeutro, 7)) {
-                campo(19).clear();
+            if (!scriviQuantita(19, m_calcQtaNeutro, 7))
                 return;
-            }
-            campo(19) = FormatTesto(m_calcQtaNeutro, FormatoQuantita);
             // L'aiuto sull'alcole neutro non ha controllo di grandezza.
             campo(22) = Format(Round(Decimale(m_calcAiutoNeutro), 2), FormatoImporto);
 
             calcolaAcquavite();
-            if (!CtrlQuantita(m_calcQtaAcquavite, 7)) {
-                campo(20).clear();
+            if (!scriviQuantita(20, m_calcQtaAcquavite, 7) || !scriviAiuto(23, m_calcAiutoAcquavite, 12))
                 return;
-            }
-            campo(20) = FormatTesto(m_calcQtaAcquavite, FormatoQuantita);
-            if (!CtrlQuantita(m_calcAiutoAcquavite, 12)) {
-                campo(23).clear();
-                return;
-            }
-            campo(23) = Format(Round(Decimale(m_calcAiutoAcquavite), 2), FormatoImporto);
         }
     }
 

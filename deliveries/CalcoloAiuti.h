@@ -63,6 +63,10 @@ private:
     void calcolaGrezzo();
     void calcolaNeutro();
     void calcolaAcquavite();
+    // Il valore calcolato va nel campo solo se passa il controllo di
+    // grandezza; altrimenti il campo si svuota e il calcolo si ferma (falso).
+    bool scriviQuantita(int indice, const QString& valore, int cifre);
+    bool scriviAiuto(int indice, const QString& valore, int cifre);
 
     QMap<int, QString>& m_txt;
     bool m_salvaAbilitato = true;
