@@ -274,15 +274,7 @@ void FrmMenu::MostraMaschera(const QString& nome)
         return;  // maschera non ancora disponibile
 
     if (registrata->apertura == Apertura::Modale) {
-        QPointer<QWidget> maschera = registrata->fabbrica(this);
-        if (auto* dialogo = qobject_cast<QDialog*>(maschera.data())) {
-            dialogo->exec();
-            delete maschera.data();  // "unload": il prossimo uso la ricarica
-        } else if (maschera) {
-            maschera->setAttribute(Qt::WA_DeleteOnClose);
-            maschera->setWindowModality(Qt::ApplicationModal);
-            maschera->show();
-        }
+        ApriMascheraModale(nome, this);
         return;
     }
 

@@ -2,7 +2,9 @@
 
 #include "shell/registra_distilleria.h"
 
+#include <QDialog>
 #include <QHash>
+#include <QPointer>
 
 namespace {
 
@@ -37,6 +39,23 @@ const std::function<void()>* TrovaAzione(const QString& nome)
 {
     const auto it = azioni().constFind(nome);
     return it == azioni().constEnd() ? nullptr : &it.value();
+}
+
+bool ApriMascheraModale(const QString& nome, QWidget* genitore)
+{
+    const MascheraRegistrata* registrata = TrovaMaschera(nome);
+    if (!registrata || !registrata->fabbrica)
+        return false;
+    QPointer<QWidget> maschera = registrata->fabbrica(genitore);
+    if (auto* dialogo = qobject_cast<QDialog*>(maschera.data())) {
+        dialogo->exec();
+        delete maschera.data();  // "unload": il prossimo uso la ricarica
+    } else if (maschera) {
+        maschera->setAttribute(Qt::WA_DeleteOnClose);
+        maschera->setWindowModality(Qt::ApplicationModal);
+        maschera->show();
+    }
+    return true;
 }
 
 void AnnullaRegistrazioni()

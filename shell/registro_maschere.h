@@ -28,6 +28,9 @@ void RegistraAzione(const QString& nome, std::function<void()> azione);
 // nullptr se il nome non è registrato.
 const MascheraRegistrata* TrovaMaschera(const QString& nome);
 const std::function<void()>* TrovaAzione(const QString& nome);
+// Apre la maschera registrata con quel nome come finestra modale (exec) e la
+// distrugge alla chiusura, come fa il menu. Falso se il nome non è registrato.
+bool ApriMascheraModale(const QString& nome, QWidget* genitore);
 // Svuota il registro (per i test).
 void AnnullaRegistrazioni();
 
