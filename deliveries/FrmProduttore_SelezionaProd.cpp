@@ -73,6 +73,8 @@ FrmProduttore_SelezionaProd::FrmProduttore_SelezionaProd(QWidget* genitore) : QD
     TxtDati[1] = CampoMostrato(this, 1, 11);
     TxtDati[2] = CampoMostrato(this, 2, 3);
     TxtDati[20] = CampoMostrato(this, 20, 4);
+    for (int i : {1, 2, 20})
+        TxtDati[i]->setMaximumWidth(TxtDati[i]->minimumWidth());
     Coppia(testa, 0, 0, QStringLiteral("Num. Domanda"), TxtDati[1]);
     Coppia(testa, 0, 2, QStringLiteral("Articolo"), TxtDati[2]);
     Coppia(testa, 0, 4, QStringLiteral("Campagna"), TxtDati[20]);
