@@ -9,6 +9,7 @@
 #include "conferimenti_prova.h"
 #include "shell/modale_di_prova.h"
 
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -157,6 +158,21 @@ TEST_F(Browser, CaricamentoEPagine)
         EXPECT_EQ(Colonna(0, "TAB_UTF.NUMERO_CERTIFICATO_UTF"), QStringList({"UTF000001", "NUOVO"}));
         SeminaCertificati();
     }
+}
+
+// Il clic su un'intestazione riordina la griglia per quella colonna.
+TEST_F(Browser, OrdinePerIntestazione)
+{
+    Apri(1);
+    const struct {
+        int colonna;
+        QStringList certificati;
+    } casi[] = {{12, {"UTF000002", "UTF000001"}}, {11, {"UTF000001", "UTF000002"}}};
+    for (const auto& c : casi) {
+        f->TDBG_SelProd[0]->horizontalHeader()->sectionClicked(c.colonna);
+        EXPECT_EQ(Colonna(0, "TAB_UTF.NUMERO_CERTIFICATO_UTF"), c.certificati) << c.colonna;
+    }
+    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
 TEST_F(Browser, ComandiDeiCertificati)
