@@ -1,6 +1,7 @@
 #include "deliveries/frmProduttore_Utf.h"
 
 #include "common/aiuti_maschera.h"
+#include "common/aiuto.h"
 #include "common/errore.h"
 #include "common/log_errori.h"
 #include "common/numeri.h"
@@ -59,23 +60,28 @@ frmProduttore_Utf::frmProduttore_Utf(QWidget* genitore) : SchermataRecord(genito
     for (const auto& [indice, tag, etichetta, larghezza] :
          {std::tuple(NumeroDomanda, "dont", "Num. Domanda", 11), std::tuple(Articolo, "dont", "Articolo", 3),
           std::tuple(Campagna, "cbdoma", "Campagna", 4)}) {
-        QLineEdit* campo = AggiungiCampo(indice, QString::fromLatin1(tag), QString::fromUtf8(etichetta), 0);
+        QLineEdit* campo = AggiungiCampo(indice, QString::fromLatin1(tag), QString::fromUtf8(etichetta),
+                                         QString::fromUtf8(etichetta), 0);
         campo->setReadOnly(true);
         campo->setFocusPolicy(Qt::NoFocus);
         campo->setMaximumWidth(campo->fontMetrics().horizontalAdvance(QLatin1Char('0')) * (larghezza + 2) + 12);
     }
-    AggiungiCampo(Numero, QStringLiteral("NUMERO_CERTIFICATO_UTF"), QStringLiteral("Numero del certificato "), 9);
+    // Etichetta e tooltip coincidono, tranne gli spazi in coda che i messaggi tengono.
+    const auto campo = [this](int indice, const char* tag, const char* tooltip, int lunghezza,
+                              GenereCampo genere = GenereCampo::Libero) {
+        const QString t = QString::fromUtf8(tooltip);
+        return AggiungiCampo(indice, QString::fromLatin1(tag), t.trimmed(), t, lunghezza, genere);
+    };
+    campo(Numero, "NUMERO_CERTIFICATO_UTF", "Numero del certificato ", 9);
     ImpostaFiltroCampo(Numero, FiltroCampo::Caratteri);
-    QComboBox* provincia = AggiungiCombo(cboProvincia, Provincia, QStringLiteral("DESCR_UFFICIO_UTF_PROVINCIA"),
-                                         QStringLiteral("Ufficio di rilascio certificato Utf "));
+    QComboBox* provincia =
+        AggiungiCombo(cboProvincia, Provincia, QStringLiteral("DESCR_UFFICIO_UTF_PROVINCIA"),
+                      QStringLiteral("Ufficio di rilascio certificato Utf"), QStringLiteral("Ufficio di rilascio certificato Utf "));
     provincia->setMaxVisibleItems(20);
-    AggiungiCampo(DataEmissione, QStringLiteral("DATA_EMISSIONE_CERTIFICATO"),
-                  QStringLiteral("Data emissione certificato Utf"), 10, GenereCampo::Data);
+    campo(DataEmissione, "DATA_EMISSIONE_CERTIFICATO", "Data emissione certificato Utf", 10, GenereCampo::Data);
     ImpostaFiltroCampo(DataEmissione, FiltroCampo::Data);
     for (const auto& c : CampiQuantita) {
-        QLineEdit* campo = AggiungiCampo(c.indice, QString::fromLatin1(c.tag), QString::fromUtf8(c.etichetta),
-                                         c.lunghezza, GenereCampo::Quantita);
-        campo->setAlignment(Qt::AlignRight);
+        campo(c.indice, c.tag, c.etichetta, c.lunghezza, GenereCampo::Quantita)->setAlignment(Qt::AlignRight);
         ImpostaFiltroCampo(c.indice, FiltroCampo::Decimale, 4);
     }
     for (int i : {Numero, DataEmissione})
@@ -90,34 +96,34 @@ frmProduttore_Utf::frmProduttore_Utf(QWidget* genitore) : SchermataRecord(genito
     Form_Load();
 }
 
-QString frmProduttore_Utf::NomeMaschera() const
+QString frmProduttore_Utf::NomeHelp() const
 {
-    return sessione().ModoMaschera.trimmed().toUpper() == QLatin1String("M") ? QStringLiteral("frmProduttore_Utf_MOD")
-                                                                            : QStringLiteral("frmProduttore_Utf_INS");
+    return DaRiempire() ? QStringLiteral("frmProduttore_Utf_MOD") : QStringLiteral("frmProduttore_Utf_INS");
+}
+
+QString frmProduttore_Utf::Didascalia() const { return QStringLiteral("Certificati UTF"); }
+
+QString frmProduttore_Utf::EtichettaErrore(const QString& routine) const
+{
+    return routine == QLatin1String("Cmddati_Click") ? EtichettaClick : SchermataRecord::EtichettaErrore(routine);
 }
 
 void frmProduttore_Utf::Form_Load()
 {
-    setWindowTitle(QStringLiteral("Certificati UTF"));
-    adjustSize();
-    PosizionaForm(this, true, nullptr);
     PulisciCampi(this, QStringLiteral("*TIPO_ARTICOLO*"));
     CaricaCmb(cboProvincia[Provincia], QStringLiteral("TAB_PROVINCIE"), QStringLiteral("TABPRODES || ' ' || TABPROSIG "),
               QString(), false, QStringLiteral(" ORDER BY TABPRODES"), false, true);
+    // Senza una provincia scelta la combo parte vuota.
+    cboProvincia[Provincia]->setCurrentIndex(-1);
     const auto& s = sessione();
     TxtDati[NumeroDomanda]->setText(s.DomandaProduttoreSel.DOMANDA);
     TxtDati[Articolo]->setText(s.DomandaProduttoreSel.TIPO_ARTICOLO);
     TxtDati[Campagna]->setText(s.DomandaProduttoreSel.CAMPAGNA);
-    // Senza una provincia scelta la combo parte vuota.
-    cboProvincia[Provincia]->setCurrentIndex(-1);
-    if (s.ModoMaschera.trimmed().toUpper() == QLatin1String("M")) {
-        try {
-            UTF_CaricaScarica_type(3);
-        } catch (const ErroreSistema& e) {
-            ScriviLogErr(QString(), EtichettaClick, e.numero(), e.descrizione());
-        }
-    }
+    // Posizione, titolo e, in modifica, i campi dal certificato scelto.
+    CaricaMaschera();
 }
+
+void frmProduttore_Utf::RiempiCampi() { UTF_CaricaScarica_type(3); }
 
 void frmProduttore_Utf::UTF_CaricaScarica_type(int verso)
 {
@@ -161,6 +167,16 @@ void frmProduttore_Utf::UTF_CaricaScarica_type(int verso)
 
 int frmProduttore_Utf::ControllaCampi()
 {
+    try {
+        return Controlli();
+    } catch (const ErroreSistema& e) {
+        ScriviLogErr(QString(), QStringLiteral("frmProduttore_Utf CONTROLLACAMPI"), e.numero(), e.descrizione());
+        return 0;
+    }
+}
+
+int frmProduttore_Utf::Controlli()
+{
     auto& s = sessione();
     for (s.IndiceCiclo = Numero; s.IndiceCiclo <= Acquavite; ++s.IndiceCiclo) {
         const int i = s.IndiceCiclo;
@@ -188,49 +204,46 @@ void frmProduttore_Utf::Cmddati_Click(int Index)
     switch (Index) {
     case 0: Salva(); break;
     case 1: Scarica(); break;
-    case 2: Help(); break;
+    case 2: MostraHelp(NomeHelp()); break;
     default: break;
     }
 }
 
+// Gli errori vanno a ScriviLogErr con l'etichetta del clic (EtichettaErrore).
 void frmProduttore_Utf::Salva()
 {
     auto& s = sessione();
-    try {
-        // Il campo degli ettogradi prende la sua forma quando lo si lascia.
-        for (int i = Vino; i <= Acquavite; ++i) {
-            const QString testo = TxtDati[i]->text();
-            TxtDati[i]->setText(Format(testo.isEmpty() ? Decimale(0) : Decimale(testo), QStringLiteral("##0.0000")));
-        }
-        s.IndiceCampo = static_cast<qint16>(ControllaCampi());
-        const QString titolo = QStringLiteral("Salvataggio ");
-        switch (s.IndiceCampo) {
-        case 0: {
-            UTF_CaricaScarica_type(4);
-            const QString modo = s.ModoMaschera.trimmed().toUpper();
-            if (modo == QLatin1String("I"))
-                MetodiUtf(0, QString());
-            else if (modo == QLatin1String("M"))
-                MetodiUtf(1, QStringLiteral("where  id_utf =") + QString::number(s.UtfSel.iD_UTF));
-            Scarica(QDialog::Accepted);
-            return;
-        }
-        case Provincia:
-            MsgBox(cboProvincia[Provincia]->toolTip() + QStringLiteral(" campo obbligatorio. "), StileMsg::Informazione,
-                   titolo);
-            cboProvincia[Provincia]->setFocus();
-            return;
-        case NessunProdotto:
-            MsgBox(QStringLiteral("Inserire almeno uno dei prodotti ottenuti. "), StileMsg::Informazione, titolo);
-            TxtDati[Grezzo]->setFocus();
-            return;
-        default:
-            MsgBox(TxtDati[s.IndiceCampo]->toolTip() + QStringLiteral(" campo obbligatorio. "), StileMsg::Informazione,
-                   titolo);
-            TxtDati[s.IndiceCampo]->setFocus();
-            return;
-        }
-    } catch (const ErroreSistema& e) {
-        ScriviLogErr(QString(), EtichettaClick, e.numero(), e.descrizione());
+    // Il campo degli ettogradi prende la sua forma quando lo si lascia.
+    for (int i = Vino; i <= Acquavite; ++i) {
+        const QString testo = TxtDati[i]->text();
+        TxtDati[i]->setText(Format(testo.isEmpty() ? Decimale(0) : Decimale(testo), QStringLiteral("##0.0000")));
+    }
+    s.IndiceCampo = static_cast<qint16>(ControllaCampi());
+    const QString titolo = QStringLiteral("Salvataggio ");
+    switch (s.IndiceCampo) {
+    case 0: {
+        UTF_CaricaScarica_type(4);
+        const QString modo = s.ModoMaschera.trimmed().toUpper();
+        if (modo == QLatin1String("I"))
+            MetodiUtf(0, QString());
+        else if (modo == QLatin1String("M"))
+            MetodiUtf(1, QStringLiteral("where  id_utf =") + QString::number(s.UtfSel.iD_UTF));
+        Scarica(QDialog::Accepted);
+        return;
+    }
+    case Provincia:
+        MsgBox(cboProvincia[Provincia]->toolTip() + QStringLiteral(" campo obbligatorio. "), StileMsg::Informazione,
+               titolo);
+        cboProvincia[Provincia]->setFocus();
+        return;
+    case NessunProdotto:
+        MsgBox(QStringLiteral("Inserire almeno uno dei prodotti ottenuti. "), StileMsg::Informazione, titolo);
+        TxtDati[Grezzo]->setFocus();
+        return;
+    default:
+        MsgBox(TxtDati[s.IndiceCampo]->toolTip() + QStringLiteral(" campo obbligatorio. "), StileMsg::Informazione,
+               titolo);
+        TxtDati[s.IndiceCampo]->setFocus();
+        return;
     }
 }

@@ -20,12 +20,17 @@ public:
     // valori non fanno nulla. Errori: ErroreSistema.
     void UTF_CaricaScarica_type(int verso);
 
-    QString NomeMaschera() const override;
+    // Argomento dell'aiuto secondo il modo.
+    QString NomeHelp() const;
 
 protected:
     void Cmddati_Click(int Index) override;
+    QString Didascalia() const override;
+    void RiempiCampi() override;
+    QString EtichettaErrore(const QString& routine) const override;
 
 private:
     void Form_Load();
     void Salva();
+    int Controlli();
 };

@@ -211,3 +211,19 @@ TEST_F(Certificato, AiutoPerModoEdEsci)
     EXPECT_EQ(Righe(db(), Tutte), QStringList({Riga1, Riga2}));
     EXPECT_TRUE(script->messaggi.isEmpty());
 }
+
+// Una provincia sparita dalla tabella dopo l'apertura: l'errore va nel
+// registro con l'etichetta del salvataggio e la maschera resta aperta.
+TEST_F(Certificato, ProvinciaSenzaRigaPrendeLaViaDellErrore)
+{
+    Apri();
+    db().Execute(QStringLiteral("DELETE FROM TAB_PROVINCIE WHERE TABPROSIG = 'AQ'"));
+    script->AccettaMessaggiSenzaRisposta();
+    Salva(Validi);
+    ASSERT_EQ(script->messaggi.size(), 1);
+    EXPECT_EQ(script->messaggi[0].testo,
+              MessaggioLogErr(3021, DescrizioneErrore(3021), QStringLiteral("frmProduttore_Utf.CMDDATI_CLICK")));
+    EXPECT_EQ(Errori(), QStringList{"|frmProduttore_Utf.CMDDATI_CLICK"});
+    EXPECT_TRUE(f->isVisible());
+    EXPECT_EQ(Righe(db(), Tutte), QStringList({Riga1, Riga2}));
+}
