@@ -81,7 +81,9 @@ frmProduttore_Utf::frmProduttore_Utf(QWidget* genitore) : SchermataRecord(genito
     campo(DataEmissione, "DATA_EMISSIONE_CERTIFICATO", "Data emissione certificato Utf", 10, GenereCampo::Data);
     ImpostaFiltroCampo(DataEmissione, FiltroCampo::Data);
     for (const auto& c : CampiQuantita) {
-        campo(c.indice, c.tag, c.etichetta, c.lunghezza, GenereCampo::Quantita)->setAlignment(Qt::AlignRight);
+        QLineEdit* q = campo(c.indice, c.tag, c.etichetta, c.lunghezza, GenereCampo::Quantita);
+        q->setAlignment(Qt::AlignRight);
+        q->setMaximumWidth(q->fontMetrics().horizontalAdvance(QLatin1Char('0')) * (c.lunghezza + 3) + 12);
         ImpostaFiltroCampo(c.indice, FiltroCampo::Decimale, 4);
     }
     for (int i : {Numero, DataEmissione})
