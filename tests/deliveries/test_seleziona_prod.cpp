@@ -1,6 +1,7 @@
 // Browser dei certificati e dei produttori e produttori senza certificato:
 // comandi con i loro rifiuti e messaggi, pagine, dati e somme che seguono il
 // cursore, produttore tolto, ritrovato per l'inizio del nome e riassegnato.
+#include "common/SchermataRecord.h"
 #include "deliveries/FrmProduttore_SelezionaProd.h"
 #include "deliveries/frmProduttoriNoAssociati.h"
 #include "deliveries/registra_conferimenti_utf.h"
@@ -9,6 +10,7 @@
 #include "conferimenti_prova.h"
 #include "shell/modale_di_prova.h"
 
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
@@ -38,6 +40,15 @@ public:
         QTimer::singleShot(0, this, &QDialog::accept);
     }
 };
+
+// Le denominazioni della lista dei produttori senza certificato.
+QStringList Nomi(const frmProduttoriNoAssociati& l)
+{
+    QStringList n;
+    for (int r = 0; r < l.Data_produttoriNoAss->rowCount(); ++r)
+        n << l.Data_produttoriNoAss->Campo(r, QStringLiteral("DENOMINAZIONE")).testo();
+    return n;
+}
 
 class Browser : public ProvaConferimenti {
 protected:
@@ -314,19 +325,13 @@ TEST_F(Browser, ProduttoreToltoRitrovatoERiassegnato)
     QStringList elenco, trovati, dopo;
     AttesaModale attesa(QStringLiteral("frmProduttoriNoAssociati"), [&](QDialog* d) {
         auto* l = qobject_cast<frmProduttoriNoAssociati*>(d);
-        const auto nomi = [l] {
-            QStringList n;
-            for (int r = 0; r < l->Data_produttoriNoAss->rowCount(); ++r)
-                n << l->Data_produttoriNoAss->Campo(r, QStringLiteral("DENOMINAZIONE")).testo();
-            return n;
-        };
-        elenco = nomi();
+        elenco = Nomi(*l);
         QTest::keyClicks(l->txtDenominazione, QStringLiteral("vi"));
         QTest::mouseClick(l->cmdOperazioni[3], Qt::LeftButton);
-        trovati = nomi();
+        trovati = Nomi(*l);
         l->TDBG_ProduttoriNoAss->selectRow(0);
         QTest::mouseClick(l->cmdOperazioni[0], Qt::LeftButton);
-        dopo = nomi();
+        dopo = Nomi(*l);
         d->reject();
     });
     QTest::mouseClick(f->Cmddati[3], Qt::LeftButton);
@@ -347,15 +352,9 @@ TEST_F(ProvaConferimenti, RicercaEAssegnazioneDeiProduttoriLiberi)
     script->AccettaMessaggiSenzaRisposta();
     frmProduttoriNoAssociati l;
     l.show();
-    const auto nomi = [&l] {
-        QStringList n;
-        for (int r = 0; r < l.Data_produttoriNoAss->rowCount(); ++r)
-            n << l.Data_produttoriNoAss->Campo(r, QStringLiteral("DENOMINAZIONE")).testo();
-        return n;
-    };
     EXPECT_EQ(l.windowTitle(), QStringLiteral("Elenco Produttori non Associati"));
     // Il produttore senza codice fiscale non soddisfa "like" e non compare mai.
-    EXPECT_EQ(nomi(), QStringList({"ROSSI MARIO", "ROSSETTI LUIGI", "BIANCHI ANNA"}));
+    EXPECT_EQ(Nomi(l), QStringList({"ROSSI MARIO", "ROSSETTI LUIGI", "BIANCHI ANNA"}));
     EXPECT_EQ(l.ProduttoreCorrente(), 3);
     const struct {
         const char *nome, *codice;
@@ -378,7 +377,7 @@ TEST_F(ProvaConferimenti, RicercaEAssegnazioneDeiProduttoriLiberi)
         QTest::keyClicks(l.txtDenominazione, QString::fromLatin1(r.nome));
         QTest::keyClicks(l.txtCodiFisc, QString::fromLatin1(r.codice));
         QTest::keyClick(l.txtCodiFisc, Qt::Key_Return);  // Invio cerca
-        EXPECT_EQ(nomi(), r.attesi);
+        EXPECT_EQ(Nomi(l), r.attesi);
         EXPECT_EQ(l.ProduttoreCorrente(), r.attesi.isEmpty() ? 0 : l.Data_produttoriNoAss->Campo(0, "iD_PRODUTTORI").intero());
         EXPECT_EQ(l.TDBG_ProduttoriNoAss->property("Caption").toString(),
                   QStringLiteral("Produttori non Associati a nessuna UTF"));
@@ -406,7 +405,7 @@ TEST_F(ProvaConferimenti, RicercaEAssegnazioneDeiProduttoriLiberi)
         QTest::mouseClick(l.cmdOperazioni[0], Qt::LeftButton);
         EXPECT_EQ(script->messaggi, a.messaggi);
         EXPECT_EQ(Legami(), a.legami);
-        EXPECT_EQ(nomi(), a.rimasti);
+        EXPECT_EQ(Nomi(l), a.rimasti);
     }
     // Lista vuota: chiave 0 e Associa rifiutato.
     l.txtDenominazione->setText(QStringLiteral("NESSUNO"));
@@ -415,4 +414,32 @@ TEST_F(ProvaConferimenti, RicercaEAssegnazioneDeiProduttoriLiberi)
     script->messaggi.clear();
     QTest::mouseClick(l.cmdOperazioni[0], Qt::LeftButton);
     EXPECT_EQ(script->messaggi, Messaggi{Solo});
+}
+
+// Modifica dal browser con la maschera vera: il certificato della riga arriva
+// ai campi attraverso la sessione, e la lista si ricarica con il salvato.
+TEST_F(Browser, CertificatoModificatoDalBrowser)
+{
+    AnnullaRegistrazioni();
+    RegistraMaschereConferimentiUtf();
+    Apri(1);
+    Seleziona(0, 1);
+    QStringList caricati;
+    AttesaModale attesa(QStringLiteral("frmProduttore_Utf"), [&](QDialog* d) {
+        auto* u = qobject_cast<SchermataRecord*>(d);
+        for (int i : {3, 5, 6, 7, 8, 9, 10})
+            caricati << u->TxtDati[i]->text();
+        caricati << u->cboProvincia[4]->currentText();
+        u->TxtDati[3]->setText(QStringLiteral("UTF000022"));
+        u->Cmddati[0]->click();
+        if (d->isVisible())
+            d->reject();
+    });
+    QTest::mouseClick(f->Cmddati[1], Qt::LeftButton);
+    ASSERT_TRUE(attesa.eseguita());
+    EXPECT_EQ(caricati, QStringList({"UTF000002", "11/01/2006", "600,0000", "50,0000", "0,0000", "5,0000", "0,0000",
+                                     "CUNEO CN"}));
+    EXPECT_EQ(Colonna(0, "TAB_UTF.NUMERO_CERTIFICATO_UTF"), QStringList({"UTF000001", "UTF000022"}));
+    EXPECT_EQ(Marche(), QStringList({"1|N|N", "2|S|S", "3|S|S"}));
+    EXPECT_TRUE(script->messaggi.isEmpty());
 }
