@@ -49,18 +49,18 @@ const QRegularExpression& ReFormula()
 }
 const QRegularExpression& ReSomma()
 {
-    static const QRegularExpression re(QStringLiteral("\\{\\{SOMMA:([A-Za-z_][A-Za-z0-9_]*)\\}\\}"));
+    static const QRegularExpression re(QStringLiteral("\\{\\{SOMMA:([A-Za-z_][A-Za-z0-9_.]*)(?::([0-9]))?\\}\\}"));
     return re;
 }
 const QRegularExpression& ReCampo()
 {
-    static const QRegularExpression re(QStringLiteral("\\[\\[([A-Za-z_][A-Za-z0-9_]*)\\]\\]"));
+    static const QRegularExpression re(QStringLiteral("\\[\\[([A-Za-z_][A-Za-z0-9_.]*)\\]\\]"));
     return re;
 }
 
-// Somma a quattro decimali di un campo sulle righe [da, a]; vuoti e testi
-// non numerici non contano.
-QString Somma(const DatiReport& dati, int colonna, int da, int a)
+// Somma di un campo sulle righe [da, a], a quattro decimali se non detto;
+// vuoti e testi non numerici non contano.
+QString Somma(const DatiReport& dati, int colonna, int da, int a, int decimali)
 {
     Decimale totale;
     for (int r = da; r >= 0 && r <= a && r < dati.righe.size(); ++r) {
@@ -68,7 +68,7 @@ QString Somma(const DatiReport& dati, int colonna, int da, int a)
         if (!v.isEmpty() && IsNumeric(v))
             totale += Decimale(v);
     }
-    return Format(totale, QStringLiteral("#0.0000"));
+    return Format(totale, decimali > 0 ? QStringLiteral("#0.") + QString(decimali, QLatin1Char('0')) : QStringLiteral("#0"));
 }
 
 // Compositore di un report: tiene le colonne e sostituisce i segnaposti.
@@ -91,17 +91,23 @@ public:
 
     // riga: la riga dei campi (-1 nessuna: valgono i campi fissi della
     // selezione); da..a: le righe delle somme.
-    QString Espandi(const QString& sezione, int riga, int da, int a) const
+    // numero: il numero d'ordine della riga nel gruppo ([[#]]).
+    QString Espandi(const QString& sezione, int riga, int da, int a, int numero = 0) const
     {
         QString testo = sezione;
-        Sostituisci(testo, ReSomma(), [&](const QString& campo) { return Somma(m_dati, Colonna(campo), da, a); });
-        Sostituisci(testo, ReCampo(), [&](const QString& campo) {
-            const int c = Colonna(campo);
+        if (numero > 0)
+            testo.replace(QStringLiteral("[[#]]"), QString::number(numero));
+        Sostituisci(testo, ReSomma(), [&](const QRegularExpressionMatch& m) {
+            return Somma(m_dati, Colonna(m.captured(1)), da, a, m.hasCaptured(2) ? m.captured(2).toInt() : 4);
+        });
+        Sostituisci(testo, ReCampo(), [&](const QRegularExpressionMatch& m) {
+            const int c = Colonna(m.captured(1));
             if (riga < 0)
-                return m_dati.fissi.value(campo.toUpper());
+                return m_dati.fissi.value(m.captured(1).toUpper());
             return m_dati.righe[riga].value(c);
         });
-        Sostituisci(testo, ReFormula(), [&](const QString& nome) { return m_dati.formule.value(nome.toUpper()); });
+        Sostituisci(testo, ReFormula(),
+                    [&](const QRegularExpressionMatch& m) { return m_dati.formule.value(m.captured(1).toUpper()); });
         return testo;
     }
 
@@ -118,7 +124,7 @@ private:
         for (auto it = re.globalMatch(testo); it.hasNext();) {
             const auto m = it.next();
             esito += QStringView(testo).mid(ultimo, m.capturedStart() - ultimo);
-            esito += valore(m.captured(1)).toHtmlEscaped();
+            esito += valore(m).toHtmlEscaped();
             ultimo = m.capturedEnd();
         }
         esito += QStringView(testo).mid(ultimo);
@@ -202,10 +208,15 @@ ModelloReport ModelloReport::DaTesto(const QString& html, const QString& nome)
         m.m_righe = righe;
     static const QRegularExpression titolo(QStringLiteral("<title>([^<]*)</title>"), QRegularExpression::CaseInsensitiveOption);
     m.m_titolo = titolo.match(html).captured(1).trimmed();
-    static const QRegularExpression ordineValido(QStringLiteral("^[A-Za-z0-9_]+(\\s+DESC)?(\\s*,\\s*[A-Za-z0-9_]+(\\s+DESC)?)*$"),
-                                                 QRegularExpression::CaseInsensitiveOption);
-    if (!m.m_ordine.isEmpty() && !ordineValido.match(m.m_ordine).hasMatch())
-        Errore(ErroriReport::ReportNonCaricato, QStringLiteral("Ordine non valido nel report %1: %2").arg(nome, m.m_ordine));
+    static const QRegularExpression voceOrdine(QStringLiteral("^([A-Za-z_][A-Za-z0-9_.]*)(\\s+DESC)?$"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    for (const QString& voce : m.m_ordine.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const auto v = voceOrdine.match(voce.trimmed());
+        if (!v.hasMatch())
+            Errore(ErroriReport::ReportNonCaricato, QStringLiteral("Ordine non valido nel report %1: %2").arg(nome, m.m_ordine));
+        m.m_ordinePer << v.captured(1);
+        m.m_discendente << v.hasCaptured(2);
+    }
 
     // La pagina: testa, sezioni di gruppo e di riga, mezzo, fine, coda.
     int a = -1, b = -1;
@@ -314,7 +325,7 @@ QString ModelloReport::Componi(const DatiReport& dati) const
             html += c.Espandi(m_testaGruppo, r, r, ultima);
             ++occupate;
         }
-        html += c.Espandi(m_riga, r, r, r);
+        html += c.Espandi(m_riga, r, r, r, r - inizioGruppo + 1);
         ++occupate;
         if (fineGruppo) {
             html += c.Espandi(m_piedeGruppo, inizioGruppo, inizioGruppo, r);
@@ -394,8 +405,16 @@ std::unique_ptr<QTextDocument> ControlloReport::Componi()
     }
     if (!condizioni.isEmpty())
         sql += QStringLiteral(" WHERE ") + condizioni.join(QStringLiteral(" AND "));
-    if (!modello.ordine().isEmpty())
-        sql += QStringLiteral(" ORDER BY ") + modello.ordine();
+    // L'ordine nomina colonne della query, scritte tra doppi apici.
+    QStringList ordine;
+    for (int i = 0; i < modello.ordinePer().size(); ++i) {
+        const QString& campo = modello.ordinePer()[i];
+        if (record.indexOf(campo) < 0)
+            Errore(ErroriReport::ErroreFormula, QStringLiteral("Campo sconosciuto nell'ordine del report: %1").arg(campo));
+        ordine << QStringLiteral("\"%1\"%2").arg(campo, modello.discendente()[i] ? QStringLiteral(" DESC") : QString());
+    }
+    if (!ordine.isEmpty())
+        sql += QStringLiteral(" ORDER BY ") + ordine.join(QStringLiteral(", "));
     const int colonne = static_cast<int>(dati.colonne.size());
     for (Recordset rs = fonte->OpenRecordset(sql, parametri); !rs.eof(); rs.MoveNext()) {
         QStringList riga;

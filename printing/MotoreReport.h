@@ -19,8 +19,9 @@
 //     <!--PIEDE--> piede di gruppo <!--/PIEDE-->
 //   mezzo <!--FINE--> solo sull'ultima pagina <!--/FINE--> coda <!--/PAGINA-->
 // Segnaposti: {{NOME}} valore di una formula; [[CAMPO]] campo della riga (nella
-// testa della pagina e del gruppo: della loro prima riga); {{SOMMA:CAMPO}}
-// somma del campo nel gruppo (nel piede) o in tutto il report, a 4 decimali.
+// testa della pagina e del gruppo: della loro prima riga); [[#]] numero della
+// riga nel suo gruppo; {{SOMMA:CAMPO}} somma del campo nel gruppo (nel piede)
+// o in tutto il report, a 4 decimali ({{SOMMA:CAMPO:2}} a 2).
 // Pagine e numeri di pagina li disegna common/disegno_documento.
 
 #include <QHash>
@@ -70,7 +71,9 @@ public:
     static ModelloReport DaTesto(const QString& html, const QString& nome);
 
     QString query() const { return m_query; }
-    QString ordine() const { return m_ordine; }
+    // Colonne dell'ordine delle righe e, per ciascuna, se è discendente.
+    const QStringList& ordinePer() const { return m_ordinePer; }
+    const QList<bool>& discendente() const { return m_discendente; }
     bool orizzontale() const { return m_orizzontale; }
     QString titolo() const { return m_titolo; }
     // Nomi (in maiuscolo) dei segnaposti di formula e dei campi usati.
@@ -82,6 +85,8 @@ public:
 private:
     QString m_nome;
     QString m_query, m_ordine, m_salto, m_gruppo, m_titolo;
+    QStringList m_ordinePer;
+    QList<bool> m_discendente;
     int m_righe = 40;
     bool m_orizzontale = false;
     QString m_prologo, m_testaPagina, m_testaGruppo, m_riga, m_piedeGruppo, m_mezzo, m_fine, m_coda, m_epilogo;

@@ -29,8 +29,9 @@ QStringList PagineDelPdf(const QString& percorso)
     if (!pagine.isEmpty() && pagine.last().trimmed().isEmpty())
         pagine.removeLast();
     static const QRegularExpression spazi(QStringLiteral("[ \\t]+"));
+    // Le legature del carattere ("ﬁ") tornano lettere semplici.
     for (QString& pagina : pagine)
-        pagina.replace(spazi, QStringLiteral(" "));
+        pagina = pagina.normalized(QString::NormalizationForm_KC).replace(spazi, QStringLiteral(" "));
     return pagine;
 }
 

@@ -188,6 +188,12 @@ TEST_F(Controllo, GuastiConNumero)
                       "<!--PAGINA--><!--RIGA-->x<!--/RIGA--><!--/PAGINA-->"_s);
          },
          20525},
+        {"ordine su una colonna che la query non ha",
+         [this] {
+             Scrivi(u"<meta name=\"query\" content=\"Queryreport\"><meta name=\"ordine\" content=\"RIGO_NUM, NIENTE DESC\">"
+                    "<!--PAGINA-->{{TITOLO}}<!--RIGA-->x<!--/RIGA--><!--/PAGINA-->"_s);
+         },
+         20515},
         {"query che non esiste",
          [this] {
              Scrivi(u"<meta name=\"query\" content=\"Nessuna\"><!--PAGINA-->{{TITOLO}}<!--RIGA-->x<!--/RIGA--><!--/PAGINA-->"_s);
