@@ -225,19 +225,4 @@ TEST_F(Controllo, GuastiConNumero)
     }
 }
 
-TEST_F(Controllo, DocumentoDellaSelezione)
-{
-    const qint64 altra = Domanda(u"00000000008"_s, u"01"_s);
-    Fattura(altra, u"1"_s, u"1"_s, u"ALTRA"_s, u"1"_s, u"1"_s, u"1"_s, u"1"_s, u"1"_s);
-    report.WindowTitle = u"Stampa Domanda "_s;
-    report.Action();
-    ASSERT_EQ(script->anteprime.size(), 1);
-    EXPECT_EQ(script->anteprime[0].titolo, u"Stampa Domanda "_s);
-    const QStringList pagine = UltimaAnteprima();
-    ASSERT_EQ(pagine.size(), 1);
-    EXPECT_TRUE(pagine[0].contains(u"Elenco 00000000007 fattura F1"_s)) << pagine[0].toStdString();
-    EXPECT_TRUE(pagine[0].contains(u"Pagina 1 di 1"_s));
-    EXPECT_FALSE(pagine[0].contains(u"ALTRA"_s));
-}
-
 }  // namespace

@@ -86,18 +86,16 @@ TEST_F(StampeConferimenti, DomandaConCertificatiEProduttori)
     EXPECT_EQ(script->messaggi, Messaggi{});
     EXPECT_EQ(Stam(), u"S"_s);
     EXPECT_EQ(Colonne(u"sqlReportDomandaPeroduttore"_s),
-              (QStringList{u"DOMANDA"_s, u"ANTICIPO_RICEVUTO"_s, u"TIPO_ARTICOLO"_s, u"RAGI_SOCI"_s,
-                           u"DISTILLERIA.CODI_FISC"_s, u"NUMERO_CERTIFICATO_UTF"_s, u"DATA_EMISSIONE_CERTIFICATO"_s,
-                           u"SIGLA_UFFICIO_UTF_PROVINCIA"_s, u"DESCR_UFFICIO_UTF_PROVINCIA"_s, u"QTA_TOT_VINO_LAVORATO"_s,
-                           u"QTA_TOT_ETTOGRADI_VINO_LAVORATO"_s, u"QTA_TOT_ALCOLE_NEUTRO_OTTENUTO"_s,
-                           u"QTA_TOT_ALCOLE_GREZZO_OTTENUTO"_s, u"QTA_TOT_ACQUAVITE_OTTENUTO"_s,
-                           u"COMUNICAZIONE_CONTRATTO"_s, u"DENOMINAZIONE"_s, u"PRODUTTORI.CODI_FISC"_s,
-                           u"CODICE_CONTRATTO_DISTILLAZIONE"_s, u"QTA_MAX_DISTILLABILE"_s, u"QTA_ALCOLE_NEUTRO"_s,
-                           u"QTA_ALCOLE_GREZZO"_s, u"QTA_ACQUAVITE"_s, u"QTA_VINO_EFFETIVAMENTE_DISTILLATA"_s,
-                           u"QTA_VINO_DISTILLATA_AIUTO"_s, u"TITOLO_ALCOLOMETRICO_FATTURATO"_s, u"ETTOGRADI"_s,
-                           u"AIUTO_ALCOLE_NEUTRO"_s, u"AIUTO_ALCOLE_GREZZO"_s, u"AIUTO_ACQUAVITE"_s,
-                           u"IMPORTO_DETRAIBILE"_s, u"TOTALE_AIUTO"_s, u"APPROVAZIONE_ANTICIPATA"_s,
-                           u"PERC_APPROVAZIONE_ANTICIPATA"_s, u"PROG_VERS"_s}));
+              (
+                  u"DOMANDA ANTICIPO_RICEVUTO TIPO_ARTICOLO RAGI_SOCI DISTILLERIA.CODI_FISC NUMERO_CERTIFICATO_UTF "
+                  u"DATA_EMISSIONE_CERTIFICATO SIGLA_UFFICIO_UTF_PROVINCIA DESCR_UFFICIO_UTF_PROVINCIA "
+                  u"QTA_TOT_VINO_LAVORATO QTA_TOT_ETTOGRADI_VINO_LAVORATO QTA_TOT_ALCOLE_NEUTRO_OTTENUTO "
+                  u"QTA_TOT_ALCOLE_GREZZO_OTTENUTO QTA_TOT_ACQUAVITE_OTTENUTO COMUNICAZIONE_CONTRATTO "
+                  u"DENOMINAZIONE PRODUTTORI.CODI_FISC CODICE_CONTRATTO_DISTILLAZIONE QTA_MAX_DISTILLABILE "
+                  u"QTA_ALCOLE_NEUTRO QTA_ALCOLE_GREZZO QTA_ACQUAVITE QTA_VINO_EFFETIVAMENTE_DISTILLATA "
+                  u"QTA_VINO_DISTILLATA_AIUTO TITOLO_ALCOLOMETRICO_FATTURATO ETTOGRADI AIUTO_ALCOLE_NEUTRO "
+                  u"AIUTO_ALCOLE_GREZZO AIUTO_ACQUAVITE IMPORTO_DETRAIBILE TOTALE_AIUTO APPROVAZIONE_ANTICIPATA "
+                  u"PERC_APPROVAZIONE_ANTICIPATA PROG_VERS"_s).split(u' '));
     ASSERT_EQ(script->anteprime.size(), 1);
     EXPECT_EQ(script->anteprime[0].titolo, Didascalia);
     const QString testo = UltimaAnteprima().join(u'\f');
@@ -121,12 +119,12 @@ TEST_F(StampeConferimenti, CertificatoConProduttoriETotali)
     EXPECT_EQ(script->messaggi, Messaggi{});
     EXPECT_EQ(Stam(), u"N"_s);
     EXPECT_EQ(Colonne(u"sqlReportUTF"_s),
-              (QStringList{u"NUMERO_CERTIFICATO_UTF"_s, u"DATA_EMISSIONE_CERTIFICATO"_s, u"DOMANDA"_s, u"RAGI_SOCI"_s,
-                           u"CODI_FISC"_s, u"DESCR_UFFICIO_UTF_PROVINCIA"_s, u"SIGLA_UFFICIO_UTF_PROVINCIA"_s,
-                           u"QTA_TOT_VINO_LAVORATO"_s, u"QTA_TOT_ETTOGRADI_VINO_LAVORATO"_s,
-                           u"QTA_TOT_ALCOLE_NEUTRO_OTTENUTO"_s, u"QTA_TOT_ALCOLE_GREZZO_OTTENUTO"_s,
-                           u"QTA_TOT_ACQUAVITE_OTTENUTO"_s, u"QTA_VINO_EFFETIVAMENTE_DISTILLATA"_s, u"ETTOGRADI"_s,
-                           u"QTA_ALCOLE_NEUTRO"_s, u"QTA_ALCOLE_GREZZO"_s, u"QTA_ACQUAVITE"_s}));
+              (
+                  u"NUMERO_CERTIFICATO_UTF DATA_EMISSIONE_CERTIFICATO DOMANDA RAGI_SOCI CODI_FISC "
+                  u"DESCR_UFFICIO_UTF_PROVINCIA SIGLA_UFFICIO_UTF_PROVINCIA QTA_TOT_VINO_LAVORATO "
+                  u"QTA_TOT_ETTOGRADI_VINO_LAVORATO QTA_TOT_ALCOLE_NEUTRO_OTTENUTO QTA_TOT_ALCOLE_GREZZO_OTTENUTO "
+                  u"QTA_TOT_ACQUAVITE_OTTENUTO QTA_VINO_EFFETIVAMENTE_DISTILLATA ETTOGRADI QTA_ALCOLE_NEUTRO "
+                  u"QTA_ALCOLE_GREZZO QTA_ACQUAVITE"_s).split(u' '));
     QString testo = UltimaAnteprima().join(u'\f');
     for (const QString& atteso : {u"CERTIFICATO UTF"_s, u"Campagna 2005/2006"_s, u"Distilleria dell'Etna 02468135799"_s,
                                   u"00000000077 000000011 15/11/2005 CATANIA (CT)"_s, u" 60,5 10 6,0000 0 0"_s,
