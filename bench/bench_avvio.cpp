@@ -28,6 +28,7 @@ public:
     void Beep() override {}
     void Clessidra(bool) override {}
     [[noreturn]] void TerminaProcesso() override { std::abort(); }
+    int AnteprimaStampa(QTextDocument&, const QString&) override { std::abort(); }
 };
 
 // Cartella di programma con un database minimo: tab_setup, CAMPAGNA, LOGERR.

@@ -1,13 +1,20 @@
 #include "common/piattaforma.h"
 
+#include "common/disegno_documento.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QHBoxLayout>
 #include <QPlainTextEdit>
+#include <QPrintDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <cstdlib>
 
@@ -101,6 +108,67 @@ public:
     }
 
     [[noreturn]] void TerminaProcesso() override { std::exit(0); }
+
+    int AnteprimaStampa(QTextDocument& documento, const QString& titolo) override
+    {
+        // La clessidra della stampa non deve coprire l'anteprima.
+        const bool clessidra = QGuiApplication::overrideCursor() != nullptr;
+        if (clessidra)
+            QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+        QPrinter anteprima(QPrinter::ScreenResolution);
+        PreparaFoglio(documento, anteprima);
+        QDialog finestra(QApplication::activeWindow());
+        finestra.setWindowTitle(titolo.isEmpty() ? TitoloPredefinito() : titolo);
+        finestra.resize(900, 700);
+        auto* layout = new QVBoxLayout(&finestra);
+        auto* vista = new QPrintPreviewWidget(&anteprima, &finestra);
+        QObject::connect(vista, &QPrintPreviewWidget::paintRequested, &finestra,
+                         [&documento](QPrinter* p) { DisegnaDocumento(documento, *p); });
+        vista->fitToWidth();
+        auto* pulsanti = new QHBoxLayout;
+        auto* stampa = new QPushButton(QStringLiteral("&Stampa..."), &finestra);
+        auto* pdf = new QPushButton(QStringLiteral("Salva &PDF..."), &finestra);
+        auto* chiudi = new QPushButton(QStringLiteral("&Chiudi"), &finestra);
+        auto* annulla = new QPushButton(QStringLiteral("&Annulla"), &finestra);
+        pulsanti->addWidget(stampa);
+        pulsanti->addWidget(pdf);
+        pulsanti->addStretch();
+        pulsanti->addWidget(chiudi);
+        pulsanti->addWidget(annulla);
+        layout->addWidget(vista);
+        layout->addLayout(pulsanti);
+        QObject::connect(stampa, &QPushButton::clicked, &finestra, [&] {
+            QPrinter stampante(QPrinter::HighResolution);
+            PreparaFoglio(documento, stampante);
+            QPrintDialog scelta(&stampante, &finestra);
+            if (scelta.exec() == QDialog::Accepted)
+                DisegnaDocumento(documento, stampante);
+        });
+        QObject::connect(pdf, &QPushButton::clicked, &finestra, [&] {
+            QString nome = QFileDialog::getSaveFileName(&finestra, QStringLiteral("Salva PDF"), QString(),
+                                                        QStringLiteral("PDF (*.pdf)"));
+            if (nome.isEmpty())
+                return;
+            if (!nome.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive))
+                nome += QLatin1String(".pdf");
+            if (!ScriviPdf(documento, nome))
+                MsgBox(QStringLiteral("Impossibile scrivere il file ") + nome, StileMsg::Esclamativo, titolo);
+        });
+        // Chiudere la finestra, anche con Esc, è la fine normale della stampa;
+        // solo Annulla la annulla.
+        int risposta = RispostaMsg::OK;
+        QObject::connect(annulla, &QPushButton::clicked, &finestra, [&] {
+            risposta = RispostaMsg::Annulla;
+            finestra.reject();
+        });
+        QObject::connect(chiudi, &QPushButton::clicked, &finestra, &QDialog::accept);
+        chiudi->setDefault(true);
+        finestra.setWindowState(Qt::WindowMaximized);
+        finestra.exec();
+        if (clessidra)
+            QGuiApplication::restoreOverrideCursor();
+        return risposta;
+    }
 };
 
 }  // namespace
@@ -128,6 +196,11 @@ void TerminaProcesso()
 {
     piattaforma().TerminaProcesso();
     std::abort();  // un'implementazione che ritorna e' un errore di programmazione
+}
+
+int AnteprimaStampa(QTextDocument& documento, const QString& titolo)
+{
+    return piattaforma().AnteprimaStampa(documento, titolo);
 }
 
 std::unique_ptr<Piattaforma> CreaPiattaformaQt() { return std::make_unique<PiattaformaQt>(); }

@@ -7,6 +7,8 @@
 #include <QString>
 #include <memory>
 
+class QTextDocument;
+
 // Stili dei messaggi (si sommano: pulsanti + icona + pulsante predefinito).
 namespace StileMsg {
 constexpr int OK = 0;
@@ -45,6 +47,9 @@ public:
     virtual void Clessidra(bool attiva) = 0;
     // Non ritorna: termina il processo (nei test solleva un'eccezione).
     [[noreturn]] virtual void TerminaProcesso() = 0;
+    // Anteprima modale di un report composto, da cui l'utente stampa o salva
+    // un PDF: RispostaMsg::OK quando la chiude, RispostaMsg::Annulla se annulla.
+    virtual int AnteprimaStampa(QTextDocument& documento, const QString& titolo) = 0;
 };
 
 // Sostituisce l'implementazione in uso (la precedente viene distrutta).
@@ -60,6 +65,7 @@ void MostraTesto(const QString& percorso);
 void Beep();
 void Clessidra(bool attiva);
 [[noreturn]] void TerminaProcesso();
+int AnteprimaStampa(QTextDocument& documento, const QString& titolo);
 
 // Implementazione di produzione, sopra Qt Widgets.
 std::unique_ptr<Piattaforma> CreaPiattaformaQt();

@@ -15,6 +15,12 @@ struct RigaStampaConferimenti {
     QString didascaliaMaschera;     // titolo dei messaggi della maschera
 };
 
+// Rifanno le query memorizzate delle due stampe (sqlReportDomandaPeroduttore,
+// sqlReportUTF) sul numero dato. Un guasto va nel registro e l'esito resta
+// vero: la stampa proverà sulla query com'è.
+bool rsCreaQueryStampaProduttore(const QString& domanda);
+bool rsCreaQueryStampaUTF(const QString& domanda, const QString& certificato);
+
 // Vero quando la domanda è stata segnata come stampata: la lista va ricaricata.
 bool StampaDomandaProduttore(const RigaStampaConferimenti& riga);
 void StampaUTF(const RigaStampaConferimenti& riga);

@@ -1,6 +1,7 @@
 #include "shell/registro_maschere.h"
 
 #include "deliveries/registra_conferimenti_utf.h"
+#include "printing/registra_stampe.h"
 #include "shell/registra_distilleria.h"
 
 #include <QDialog>
@@ -72,4 +73,5 @@ void RegistraMaschereDelSistema()
     //   RegistraMaschera(QStringLiteral("FrmHelp"), [](QWidget* g) { return new FrmHelp(g); }, Apertura::Modale);
     RegistraMaschereDistilleria();
     RegistraMaschereConferimentiUtf();
+    RegistraStampe();
 }

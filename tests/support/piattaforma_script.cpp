@@ -1,5 +1,9 @@
 #include "support/piattaforma_script.h"
 
+#include "common/disegno_documento.h"
+#include "shell/session_state.h"
+
+#include <QDir>
 #include <gtest/gtest.h>
 
 namespace {
@@ -38,6 +42,19 @@ void PiattaformaScript::TerminaProcesso()
 {
     terminato = true;
     throw ProcessoTerminato{};
+}
+
+int PiattaformaScript::AnteprimaStampa(QTextDocument& documento, const QString& titolo)
+{
+    // La cartella del programma è la madre di PathDatabase; senza, la temporanea.
+    const QString base = sessione().PathDatabase.isEmpty()
+                             ? QDir::tempPath()
+                             : QDir(QDir(sessione().PathDatabase).absoluteFilePath(QStringLiteral(".."))).absolutePath();
+    const QString pdf = QDir(base).filePath(QStringLiteral("anteprima_%1.pdf").arg(anteprime.size() + 1));
+    if (!ScriviPdf(documento, pdf))
+        ADD_FAILURE() << "PDF dell'anteprima non scritto: " << pdf.toStdString();
+    anteprime << AnteprimaRegistrata{titolo, pdf};
+    return risposteAnteprima.isEmpty() ? RispostaMsg::OK : risposteAnteprima.dequeue();
 }
 
 PiattaformaScript& InstallaPiattaformaScript()

@@ -17,6 +17,12 @@ struct MessaggioRegistrato {
     QString titolo;
 };
 
+// Un'anteprima di stampa: il titolo della finestra e il PDF scritto al suo posto.
+struct AnteprimaRegistrata {
+    QString titolo;
+    QString pdf;
+};
+
 // Sollevata da TerminaProcesso.
 struct ProcessoTerminato {};
 
@@ -28,6 +34,9 @@ public:
     void Beep() override { ++beep; }
     void Clessidra(bool attiva) override { clessidra = attiva; }
     [[noreturn]] void TerminaProcesso() override;
+    // Scrive il documento in un PDF nella cartella del programma di prova
+    // (accanto a database/) e risponde da risposteAnteprima, OK se è vuota.
+    int AnteprimaStampa(QTextDocument& documento, const QString& titolo) override;
 
     // Risposte nell'ordine in cui arriveranno le domande.
     void Rispondi(int risposta) { risposte.enqueue(risposta); }
@@ -40,6 +49,8 @@ public:
     QQueue<QString> cartelle;      // risposte di SfogliaCartella
     QStringList testiMostrati;     // percorsi passati a MostraTesto
     QStringList titoliCartella;
+    QQueue<int> risposteAnteprima;
+    QList<AnteprimaRegistrata> anteprime;
     int beep = 0;
     bool clessidra = false;
     bool terminato = false;

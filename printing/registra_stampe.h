@@ -1,0 +1,3 @@
+#pragma once
+// Registra le routine di stampa che il menu principale lancia per nome.
+void RegistraStampe();

@@ -1,0 +1,29 @@
+#pragma once
+// Aiuti delle prove di stampa: i modelli dei report copiati nella cartella di
+// prova, il testo delle pagine di un PDF letto con pdftotext.
+
+#include "support/cartella_prova.h"
+
+#include <QString>
+#include <QStringList>
+
+// Copia data/Report/* nella cartella Report/ del programma di prova.
+void CopiaModelli(const QString& cartellaProgramma);
+// Testo di ogni pagina del PDF (pdftotext -layout), spazi ripetuti ridotti a uno.
+QStringList PagineDelPdf(const QString& percorso);
+
+// Fixture: database di prova, modelli copiati, una distilleria.
+class ProvaDiStampa : public ProvaConDatabase {
+protected:
+    void SetUp() override;
+    void Distilleria(const QString& cf, const QString& ragione);
+    // Domanda con il prodotto 1 e l'articolo "29"; restituisce la chiave.
+    qint64 Domanda(const QString& numero, const QString& progressivo, const QString& campagna = QStringLiteral("2005"));
+    // Fattura: foglio e rigo, numero, quantità prodotto, imponibile, IVA, totale, quantità distillata.
+    qint64 Fattura(qint64 domanda, const QString& foglio, const QString& rigo, const QString& numero,
+                   const QString& qtaProd, const QString& impo, const QString& iva, const QString& totale,
+                   const QString& qtaLavo, const QString& denominazione = QStringLiteral("Cantina Rossi"));
+    void Bolla(qint64 fattura, const QString& numero, const QString& data, const QString& quantita);
+    // Pagine dell'ultima anteprima.
+    QStringList UltimaAnteprima();
+};
