@@ -22,6 +22,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace {
 
 const QString TitoloSalvataggio = QStringLiteral("Salvataggio ");
@@ -80,6 +82,9 @@ void FrmProduttore::CostruisciCampi()
                               const QString& etichetta, const QString& tooltip, int lunghezza) {
         auto* c = new QLineEdit(this);
         RegistraCampo(indice, c, tag, etichetta, tooltip, lunghezza);
+        // Largo quanto il suo testo più lungo, entro un limite.
+        const int caratteri = std::min(lunghezza, 18) + 1;
+        c->setMinimumWidth(c->fontMetrics().horizontalAdvance(QString(caratteri, QLatin1Char('W'))) * 4 / 5 + 8);
         if (QLabel* l = Lbldati.value(indice))
             g->addWidget(l, riga, colonna);
         g->addWidget(c, riga, colonna + 1);
@@ -116,8 +121,8 @@ void FrmProduttore::CostruisciCampi()
     CmdTrovadenominazione->setAutoDefault(false);
     prod->addWidget(CmdTrovadenominazione, 0, 2);
     campo(prod, 1, 0, 7, QString(), QStringLiteral("Denominazione"), QStringLiteral("Denominazione"), 70);
-    prod->addWidget(TxtDati[7], 1, 1, 1, 4);
-    campo(prod, 0, 3, 8, QStringLiteral("CODICE_CONTRATTO_DISTILLAZIONE"), QStringLiteral("Codice contratto"),
+    prod->addWidget(TxtDati[7], 1, 1, 1, 2);
+    campo(prod, 2, 0, 8, QStringLiteral("CODICE_CONTRATTO_DISTILLAZIONE"), QStringLiteral("Codice contratto"),
           QStringLiteral("Codice a barre contratto Dist."), 11);
     griglia->addWidget(boxProd, 1, 0);
 
@@ -191,6 +196,12 @@ void FrmProduttore::CostruisciCampi()
     calc->addWidget(TxtDati[25], riga, 2);
     griglia->addWidget(boxCalc, 4, 0);
 
+    // Le cifre si leggono allineate a destra.
+    for (int i : {10, 13, 14, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25})
+        TxtDati[i]->setAlignment(Qt::AlignRight);
+    for (int i : {21, 22, 23})
+        TxtDati[i]->setMinimumWidth(TxtDati[18]->minimumWidth());
+
     // Filtri dei tasti: le maiuscole su tutti, poi quello del campo.
     for (int i : {6, 7, 8})
         ImpostaFiltroCampo(i, FiltroCampo::Caratteri);
@@ -207,7 +218,7 @@ void FrmProduttore::CostruisciCampi()
     connect(CmdTrovadenominazione, &QPushButton::clicked, this, [this] { CmdTrovadenominazione_Click(); });
 
     // Ordine del tabulatore: come si compila la scheda.
-    QList<QWidget*> ordine{TxtDati[6], CmdTrovadenominazione, TxtDati[8], TxtDati[7], TxtDati[9], TxtDati[10],
+    QList<QWidget*> ordine{TxtDati[6], CmdTrovadenominazione, TxtDati[7], TxtDati[8], TxtDati[9], TxtDati[10],
                            TxtDati[11], TxtDati[12], chkApprovazioneAnticipata, TxtDati[26], TxtDati[13],
                            TxtDati[14], colore, TxtDati[16], TxtDati[17], Cmdcalcolo};
     for (int i = 18; i <= 20; ++i)

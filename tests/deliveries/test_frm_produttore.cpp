@@ -270,18 +270,27 @@ TEST_F(ProvaProduttore, PercentualeDAnticipo)
               QStringList{"S|020"});
 }
 
-// Uscita dai campi: campagna riscritta, mese e quindicina nei limiti.
-TEST_F(ProvaProduttore, ValidazioneCampagnaMeseQuindicina)
+// Uscita dai campi: campagna riscritta, mese e quindicina nei limiti, e le
+// quantità che tolgono Salva finché un controllo dopo non lo rende.
+TEST_F(ProvaProduttore, ValidazioneAllUscitaDaiCampi)
 {
-    const MessaggioRegistrato campagna{QStringLiteral("Campagna non valida"), StileMsg::Esclamativo, QString()};
+    const Messaggi campagna{{"Campagna non valida", StileMsg::Esclamativo, QString()}};
+    const Messaggi grande{{TroppoGrande, StileMsg::Informazione, "Produttore"}};
     const struct {
         int indice;
         const char *battuto, *atteso;
-        bool accettato;
+        bool accettato, salva;
+        Messaggi messaggi;
     } casi[] = {
-        {9, "2005", "2005/2006", true}, {9, "2005/2006", "2005/2006", true}, {9, "0", "0", true},
-        {9, "205", "205", false},       {11, "12", "12", true},              {11, "13", "13", false},
-        {12, "2", "2", true},           {12, "3", "3", false},
+        {9, "2005", "2005/2006", true, true, {}},      {9, "2005/2006", "2005/2006", true, true, {}},
+        {9, "0", "0", true, true, {}},                 {9, "205", "205", false, true, campagna},
+        {11, "12", "12", true, true, {}},              {11, "13", "13", false, true, {}},
+        {12, "2", "2", true, true, {}},                {12, "3", "3", false, true, {}},
+        {17, "123456789", "123456789", true, false, grande},
+        {14, "1", "1", true, false, {}},  // senza controllo: Salva resta spento
+        {18, "12345678", "12345678", true, true, {}},  {20, "1234567,55", "1234567,55", true, true, {}},
+        {25, "1234567890123,5", "1234567890123,5", true, false, grande},
+        {21, "1234567890123", "1234567890123", true, true, {}},
     };
     Apri();
     for (const auto& c : casi) {
@@ -289,14 +298,14 @@ TEST_F(ProvaProduttore, ValidazioneCampagnaMeseQuindicina)
         script->messaggi.clear();
         Campo(c.indice)->setFocus();
         Campo(c.indice)->setText(QString::fromLatin1(c.battuto));
-        const bool conMessaggio = c.indice == 9 && !c.accettato;
-        if (conMessaggio)
+        for (int i = 0; i < c.messaggi.size(); ++i)
             script->Rispondi(RispostaMsg::OK);
         QTest::keyClick(Campo(c.indice), Qt::Key_Tab);
         QCoreApplication::processEvents();
         EXPECT_EQ(Campo(c.indice)->text(), QString::fromLatin1(c.atteso));
         EXPECT_EQ(QApplication::focusWidget() == Campo(c.indice), !c.accettato);
-        EXPECT_EQ(script->messaggi, conMessaggio ? Messaggi{campagna} : Messaggi());
+        EXPECT_EQ(script->messaggi, c.messaggi);
+        EXPECT_EQ(maschera->Cmddati[0]->isEnabled(), c.salva);
         Campo(c.indice)->clear();
     }
 }
