@@ -398,6 +398,8 @@ int FrmProduttore::ControllaCampi()
             if (i == 15) {
                 if (cboProdotto[15]->currentText().trimmed().isEmpty())
                     codice = 15;
+                if (codice != 0)
+                    break;
                 continue;
             }
             QLineEdit* campo = TxtDati[i];
@@ -449,6 +451,9 @@ int FrmProduttore::ControllaCampi()
                 // 9, 10, 14, 24: nessun controllo.
                 break;
             }
+            // IndiceCiclo resta sul campo che non va.
+            if (codice != 0)
+                break;
         }
         // Il colore si chiede comunque, anche dopo un campo fermato prima.
         if (cboProdotto[15]->currentText().trimmed().isEmpty())

@@ -1,6 +1,7 @@
 // La maschera del produttore: salvataggio con le domande del calcolo, perdite
 // della modifica, percentuale d'anticipo, articolo 30, pulsante di calcolo,
 // certificato senza ettogradi e la scrittura senza maschera.
+#include "common/aiuto.h"
 #include "deliveries/FrmProduttore.h"
 #include "deliveries/MetodiProduttore.h"
 #include "deliveries/registra_produttore.h"
@@ -487,6 +488,37 @@ TEST_F(ProvaProduttore, MetodiProduttoreSenzaMaschera)
         EXPECT_EQ(script->messaggi, c.messaggi);
         EXPECT_EQ(Righe(db(), "SELECT STAM, SCAR FROM DOMANDE_PRODUTTORI"), QStringList{c.esito ? "N|N" : "S|S"});
     }
+}
+
+// Un guasto del database nella scrittura: percorso d'errore, maschera aperta
+// con i dati.
+TEST_F(ProvaProduttore, GuastoDelDatabaseLasciaLaMascheraAperta)
+{
+    Apri();
+    Compila();
+    db().Execute("DROP TABLE PRODUTTORI");
+    script->Rispondi(RispostaMsg::OK);
+    Salva();
+    ASSERT_EQ(script->messaggi.size(), 1);
+    EXPECT_TRUE(script->messaggi[0].testo.contains("FrmFattura motedofatture"));
+    EXPECT_TRUE(maschera->isVisible());
+    EXPECT_EQ(Campo(7)->text(), QStringLiteral("D'ANNA & C."));
+    EXPECT_EQ(Righe(db(), "SELECT STAM, SCAR FROM DOMANDE_PRODUTTORI"), QStringList{"S|S"});
+}
+
+// F1 e Help aprono gli argomenti della fattura, secondo il modo.
+TEST_F(ProvaProduttore, AiutoSecondoIlModo)
+{
+    QStringList aiuti;
+    const FunzioneHelp vecchio = ImpostaMostraHelp([&](const QString& nome) { aiuti << nome; });
+    for (const char* modo : {"I", "M"}) {
+        sessione().ModoMaschera = QString::fromLatin1(modo);
+        Apri();
+        QTest::keyClick(Campo(6), Qt::Key_F1);
+        QTest::mouseClick(maschera->Cmddati[2], Qt::LeftButton);
+    }
+    ImpostaMostraHelp(vecchio);
+    EXPECT_EQ(aiuti, (QStringList{"FRMFATTURA_INS", "FRMFATTURA_INS", "FRMFATTURA_MOD", "FRMFATTURA_MOD"}));
 }
 
 TEST(RegistroProduttore, ApertaPerNomeComeModale)
