@@ -569,7 +569,6 @@ void FrmProduttore::Cmdcalcolo_Click()
             MsgBox(QStringLiteral("Impossibile calcolare le quote: il totale degli ettogradi di vino lavorato del "
                                   "certificato UTF è zero o mancante."),
                    StileMsg::OK + StileMsg::Esclamativo, QStringLiteral("Produttore"));
-            Cmddati[0]->setEnabled(true);
             return;
         }
         ScriviLogErr(QString(), EtichettaErrore(QStringLiteral("Cmdcalcolo")), e.numero(), e.descrizione());
