@@ -1,6 +1,7 @@
 #include "shell/registro_maschere.h"
 
 #include "deliveries/registra_conferimenti_utf.h"
+#include "deliveries/registra_produttore.h"
 #include "printing/registra_stampe.h"
 #include "shell/registra_distilleria.h"
 
@@ -74,4 +75,5 @@ void RegistraMaschereDelSistema()
     RegistraMaschereDistilleria();
     RegistraMaschereConferimentiUtf();
     RegistraStampe();
+    RegistraMaschereProduttore();
 }

@@ -1,0 +1,4 @@
+#pragma once
+
+// Registra la maschera del produttore ("FrmProduttore", modale).
+void RegistraMaschereProduttore();
