@@ -1,5 +1,7 @@
 #include "shell/registro_maschere.h"
 
+#include "deliveries/registra_domande_produttori.h"
+#include "invoices/registra_domande.h"
 #include "shell/registra_distilleria.h"
 
 #include <QDialog>
@@ -70,4 +72,6 @@ void RegistraMaschereDelSistema()
     //   RegistraMaschera(QStringLiteral("FrmSelezione"), [](QWidget*) { return new FrmSelezione; });
     //   RegistraMaschera(QStringLiteral("FrmHelp"), [](QWidget* g) { return new FrmHelp(g); }, Apertura::Modale);
     RegistraMaschereDistilleria();
+    RegistraMaschereDomande();
+    RegistraMaschereDomandeProduttori();
 }

@@ -1,0 +1,28 @@
+#pragma once
+// La maschera del cambio di un numero: frmCambioDomanda,
+// frmProduttori_CambioDomanda e frmProduttori_CambioUtf sono questa classe
+// con la loro variante (CambioNumero.h). Il numero attuale sta bloccato in
+// TxtDati(1), il nuovo si batte in TxtDati(2).
+
+#include "common/CambioNumero.h"
+#include "common/SchermataRecord.h"
+
+class QGroupBox;
+
+class SchermataCambioNumero : public SchermataRecord {
+    Q_OBJECT
+public:
+    explicit SchermataCambioNumero(GenereCambio genere, QWidget* genitore = nullptr);
+
+    QString NomeMaschera() const override { return m_variante.argomentoHelp; }
+    QGroupBox* AFracAMBIO() const { return m_cornice; }
+
+protected:
+    void Cmddati_Click(int indice) override;
+
+private:
+    void Salva();
+
+    const VarianteCambio& m_variante;
+    QGroupBox* m_cornice = nullptr;
+};

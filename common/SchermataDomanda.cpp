@@ -1,0 +1,141 @@
+#include "common/SchermataDomanda.h"
+
+#include "common/RegoleDomanda.h"
+#include "common/aiuti_maschera.h"
+#include "common/errore.h"
+#include "common/log_errori.h"
+#include "common/piattaforma.h"
+#include "shell/session_state.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalBlocker>
+
+SchermataDomanda::SchermataDomanda(QWidget* genitore) : SchermataRecord(genitore)
+{
+    setModal(true);
+}
+
+QString SchermataDomanda::NomeMaschera() const
+{
+    return Inserimento() ? QStringLiteral("FRMDOMANDA_INS") : QStringLiteral("FRMDOMANDA_MOD");
+}
+
+bool SchermataDomanda::Inserimento() const
+{
+    return sessione().ModoMaschera.trimmed().toUpper() != QLatin1String("M");
+}
+
+void SchermataDomanda::AggiungiCampagna()
+{
+    QComboBox* c = AggiungiCombo(cboDomanda, 0, QString(), QStringLiteral("Campagna"));
+    c->setMinimumContentsLength(6);
+    // Ogni cambio di campagna, battuto o impostato, rifà la lista degli articoli.
+    connect(c, &QComboBox::currentIndexChanged, this, [this] { RegolaArticoli(); });
+}
+
+void SchermataDomanda::AggiungiNumero(const QString& tag, const QString& etichetta, const QString& tooltip)
+{
+    QLineEdit* campo = AggiungiCampo(1, tag, etichetta, 11, GenereCampo::NumeroDomanda);
+    campo->setToolTip(tooltip);
+    ImpostaFiltroCampo(1, FiltroCampo::Intero);
+}
+
+void SchermataDomanda::AggiungiArticolo(const QString& etichetta)
+{
+    QComboBox* c = AggiungiCombo(cboDomanda, 3, QStringLiteral("TIPO_ARTICOLO"), etichetta);
+    c->setToolTip(QStringLiteral("Tipo Articolo"));
+    c->setMinimumContentsLength(6);
+    AggiungiRifiuto({10, c, {}, QStringLiteral("La domanda appartiene a un altro articolo."), false});
+    AggiungiRifiuto({11, c, {},
+                     QStringLiteral(" Non è possibile effettuare una domanda del 2004 o del 2005 con l'articolo '30'. "),
+                     false});
+}
+
+void SchermataDomanda::ImpostaTesto(QComboBox* combo, const QString& testo)
+{
+    combo->setCurrentIndex(combo->findText(testo));
+}
+
+void SchermataDomanda::RegolaArticoli()
+{
+    QComboBox* articolo = Articolo();
+    if (!articolo)
+        return;
+    const QString campagna = Campagna()->currentText();
+    const QString ricordato = articolo->currentText();
+    articolo->clear();
+    articolo->addItems(ArticoliDellaCampagna(campagna));
+    if (CampagnaSoloArt29(campagna))
+        ImpostaTesto(articolo, QStringLiteral("29"));
+    else
+        // Una combo appena riempita non ha voce scelta, salvo l'articolo di prima.
+        ImpostaTesto(articolo, ricordato.trimmed().isEmpty() ? QString() : ricordato);
+}
+
+void SchermataDomanda::Form_Load(const QString& didascalia)
+{
+    try {
+        setWindowTitle(didascalia);
+        PulisciCampi(this, QStringLiteral("*TIPO_ARTICOLO*"));
+        {
+            // Riempire le combo non è un clic dell'utente.
+            const QSignalBlocker blocco(Campagna());
+            CaricaCmb(Articolo(), QStringLiteral("TIPO_ARTICOLO_DOMANDA"), QStringLiteral("TIPO_ARTICOLO"), QString(),
+                      false, QStringLiteral(" ORDER BY TIPO_ARTICOLO"), false, true);
+            CaricaAltreCombo();
+            CaricaCmb(Campagna(), QStringLiteral("CAMPAGNA"), QStringLiteral("ANNUALITA"), QString(), false,
+                      QStringLiteral(" ORDER BY ANNUALITA"), false, true);
+        }
+        if (Campagna()->count() > 0)
+            Campagna()->setCurrentIndex(CampagnaIniziale());
+        TxtDati[1]->setReadOnly(!Inserimento());
+        if (!Inserimento())
+            RiempiCampi();
+        adjustSize();
+        PosizionaForm(this, true, nullptr);
+    } catch (const ErroreSistema& e) {
+        ScriviLogErr(QString(), EtichettaMetodiDomanda, e.numero(), e.descrizione());
+    }
+}
+
+void SchermataDomanda::Cmddati_Click(int indice)
+{
+    if (indice == 0)
+        Salva();
+    else
+        SchermataRecord::Cmddati_Click(indice);
+}
+
+void SchermataDomanda::Salva()
+{
+    auto& s = sessione();
+    try {
+        PrimaDiControllare();
+        s.IndiceCampo = static_cast<qint16>(ControllaCampi());
+        if (s.IndiceCampo != 0) {
+            MostraRifiuto(s.IndiceCampo);
+        } else if (Scrivi()) {
+            Scarica(QDialog::Accepted);
+        }
+    } catch (const ErroreSistema& e) {
+        // Un guasto nei controlli o nella scrittura: la maschera resta aperta.
+        ScriviLogErr(QString(), EtichettaMetodiDomanda, e.numero(), e.descrizione());
+    }
+    Clessidra(false);
+}
+
+void SchermataDomanda::MostraRifiuto(int codice)
+{
+    for (const Rifiuto& r : std::as_const(m_rifiuti)) {
+        if (r.codice != codice)
+            continue;
+        if (!(r.mutoInModifica && !Inserimento())) {
+            const QString testo = r.testoFisso.isEmpty() ? r.controllo->toolTip() + r.coda : r.testoFisso;
+            const QString titolo = QStringLiteral("Salvataggio ") + (r.titoloBreve ? QString() : sessione().TitoloMaschera);
+            MsgBox(testo, StileMsg::Informazione, titolo);
+        }
+        r.controllo->setFocus();
+        return;
+    }
+}
