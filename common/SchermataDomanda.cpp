@@ -57,13 +57,20 @@ void SchermataDomanda::ImpostaTesto(QComboBox* combo, const QString& testo)
     combo->setCurrentIndex(combo->findText(testo));
 }
 
+void SchermataDomanda::ImpostaArticolo(const QString& testo)
+{
+    ImpostaTesto(Articolo(), testo);
+    m_articoloDaParte = Articolo()->currentIndex() < 0 ? testo : QString();
+}
+
 void SchermataDomanda::RegolaArticoli()
 {
     QComboBox* articolo = Articolo();
     if (!articolo)
         return;
     const QString campagna = Campagna()->currentText();
-    const QString ricordato = articolo->currentText();
+    const QString ricordato = articolo->currentIndex() < 0 ? m_articoloDaParte : articolo->currentText();
+    m_articoloDaParte.clear();
     articolo->clear();
     articolo->addItems(ArticoliDellaCampagna(campagna));
     if (CampagnaSoloArt29(campagna))

@@ -63,6 +63,9 @@ protected:
 
     // Sceglie la voce con quel testo; senza una voce uguale la combo resta senza scelta.
     static void ImpostaTesto(QComboBox* combo, const QString& testo);
+    // L'articolo del record: se la lista di ora non lo offre resta da parte,
+    // e la prossima lista degli articoli lo riprende se lo contiene.
+    void ImpostaArticolo(const QString& testo);
 
 private:
     // Clic sulla campagna: gli articoli ammessi per quella campagna.
@@ -70,6 +73,7 @@ private:
     void MostraRifiuto(int codice);
 
     QList<Rifiuto> m_rifiuti;
+    QString m_articoloDaParte;
 };
 
 // Etichetta d'errore delle due maschere (anche quella del distillatore usa

@@ -64,7 +64,7 @@ void Frmproduttore_Domanda::DomandaProduttore_CaricaScarica_type(int verso)
     } else if (verso == 3) {
         TxtDati[1]->setText(d.DOMANDA.trimmed());
         TxtDati[2]->setText(d.ANTICIPO_RICEVUTO.trimmed());
-        ImpostaTesto(cboDomanda[3], d.TIPO_ARTICOLO.trimmed());
+        ImpostaArticolo(d.TIPO_ARTICOLO.trimmed());
         if (!d.CAMPAGNA.trimmed().isEmpty())
             ImpostaTesto(cboDomanda[0], d.CAMPAGNA.trimmed());
     }

@@ -67,7 +67,7 @@ bool FrmDomanda::MetodiDOMANDA(int modo, const QString& clausola)
         TxtDati[1]->setText(d.DOMANDA.trimmed());
         TxtDati[2]->setText(d.PROGRESSIVO.trimmed());
         ImpostaTesto(cboDomanda[4], d.PRODOTTO.trimmed());
-        ImpostaTesto(cboDomanda[3], d.TIPO_ARTICOLO.trimmed());
+        ImpostaArticolo(d.TIPO_ARTICOLO.trimmed());
         // La campagna per ultima: la sua scelta rifà la lista degli articoli.
         if (!d.CAMPAGNA.trimmed().isEmpty())
             ImpostaTesto(cboDomanda[0], d.CAMPAGNA.trimmed());
