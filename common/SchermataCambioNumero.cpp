@@ -72,11 +72,13 @@ void SchermataCambioNumero::Salva()
     try {
         const EsitoCambio esito = CambiaNumero(m_variante.genere, TxtDati[1]->text(), TxtDati[2]->text());
         MsgBox(TestoEsito(m_variante, esito), StileMsg::Informazione, titolo);
-        if (esito == EsitoCambio::Eseguito)
+        if (esito == EsitoCambio::Eseguito) {
             Scarica(QDialog::Accepted);
-        else
-            TxtDati[2]->setFocus();
+            return;
+        }
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), m_variante.etichettaErrore, e.numero(), e.descrizione());
     }
+    // Rifiuto o guasto: si resta sul numero nuovo.
+    TxtDati[2]->setFocus();
 }
