@@ -136,8 +136,6 @@ INSTANTIATE_TEST_SUITE_P(
                   Prima},
         CasoEsito{"utf_di_altra_domanda", G::CertificatoUtf, "", "utf2",
                   {"Il nuovo certificato UTF è già esistente. ", 64, Titolo}, false, Prima},
-        CasoEsito{"domanda_sparita", G::Domanda, "DELETE FROM DOMANDE", "12", {"Operazione non eseguita.", 64, Titolo},
-                  false, " 00000000007SS UTF1,UTF2"},
         // Il database che rifiuta la scrittura: registro, maschera aperta, nulla di scritto.
         CasoEsito{"domanda_guasto", G::Domanda, "CREATE TRIGGER blocco BEFORE UPDATE ON DOMANDE BEGIN SELECT RAISE(ABORT, 'database bloccato'); END",
                   "12", Guasto("frmCambioDomanda Cmddati_Click"), false, Prima},
