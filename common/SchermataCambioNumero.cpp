@@ -1,8 +1,6 @@
 #include "common/SchermataCambioNumero.h"
 
 #include "common/aiuti_maschera.h"
-#include "common/errore.h"
-#include "common/log_errori.h"
 #include "common/piattaforma.h"
 #include "shell/session_state.h"
 
@@ -17,11 +15,11 @@ SchermataCambioNumero::SchermataCambioNumero(GenereCambio genere, QWidget* genit
     const VarianteCambio& v = m_variante;
     setObjectName(v.nomeMaschera);
     setModal(true);
-    setWindowTitle(v.didascalia);
 
     m_cornice = new QGroupBox(v.cornice, this);
     auto* griglia = new QFormLayout(m_cornice);
     areaCampi()->addWidget(m_cornice, 0, 0);
+    RegistraControllo(m_cornice);
     const struct {
         int indice;
         QString etichetta, tooltip;
@@ -31,12 +29,9 @@ SchermataCambioNumero::SchermataCambioNumero(GenereCambio genere, QWidget* genit
     for (const auto& c : campi) {
         auto* campo = new QLineEdit(m_cornice);
         campo->setMinimumWidth(campo->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 16);
-        auto* etichetta = new QLabel(c.etichetta, m_cornice);
-        etichetta->setBuddy(campo);
-        Lbldati[c.indice] = etichetta;
-        griglia->addRow(etichetta, campo);
         RegistraCampo(c.indice, campo, c.indice == 1 ? QStringLiteral("DOMANDA") : QStringLiteral("DOMANDA_NUOVA"),
-                      c.tooltip, c.lunghezza);
+                      c.etichetta, c.tooltip, c.lunghezza);
+        griglia->addRow(Lbldati[c.indice], campo);
         if (v.numeroDomanda)
             ImpostaFiltroCampo(c.indice, FiltroCampo::Intero);
         else
@@ -49,8 +44,7 @@ SchermataCambioNumero::SchermataCambioNumero(GenereCambio genere, QWidget* genit
 
     TxtDati[1]->setReadOnly(true);
     TxtDati[1]->setText(NumeroAttuale(genere));
-    adjustSize();
-    PosizionaForm(this, true, nullptr);
+    CaricaMaschera();
 }
 
 void SchermataCambioNumero::Cmddati_Click(int indice)
@@ -68,17 +62,10 @@ void SchermataCambioNumero::Cmddati_Click(int indice)
 
 void SchermataCambioNumero::Salva()
 {
-    const QString titolo = sessione().TitoloMaschera;
-    try {
-        const EsitoCambio esito = CambiaNumero(m_variante.genere, TxtDati[1]->text(), TxtDati[2]->text());
-        MsgBox(TestoEsito(m_variante, esito), StileMsg::Informazione, titolo);
-        if (esito == EsitoCambio::Eseguito) {
-            Scarica(QDialog::Accepted);
-            return;
-        }
-    } catch (const ErroreSistema& e) {
-        ScriviLogErr(QString(), m_variante.etichettaErrore, e.numero(), e.descrizione());
-    }
-    // Rifiuto o guasto: si resta sul numero nuovo.
+    // Rifiuto o guasto (che la base porta al registro): si resta sul numero nuovo.
     TxtDati[2]->setFocus();
+    const EsitoCambio esito = CambiaNumero(m_variante.genere, TxtDati[1]->text(), TxtDati[2]->text());
+    MsgBox(TestoEsito(m_variante, esito), StileMsg::Informazione, sessione().TitoloMaschera);
+    if (esito == EsitoCambio::Eseguito)
+        Scarica(QDialog::Accepted);
 }

@@ -19,6 +19,12 @@ public:
 
 protected:
     void Cmddati_Click(int indice) override;
+    // F1 mostra l'aiuto anche dove il pulsante non lo mostra.
+    void TastoF1() override { Help(); }
+    QString Didascalia() const override { return m_variante.didascalia; }
+    // Il numero attuale si scrive nel costruttore, in qualunque modo.
+    bool DaRiempire() const override { return false; }
+    QString EtichettaErrore(const QString&) const override { return m_variante.etichettaErrore; }
 
 private:
     void Salva();

@@ -2,8 +2,7 @@
 
 #include "common/RegoleDomanda.h"
 #include "common/aiuti_maschera.h"
-#include "common/errore.h"
-#include "common/log_errori.h"
+#include "common/aiuto.h"
 #include "common/piattaforma.h"
 #include "shell/session_state.h"
 
@@ -16,10 +15,7 @@ SchermataDomanda::SchermataDomanda(QWidget* genitore) : SchermataRecord(genitore
     setModal(true);
 }
 
-QString SchermataDomanda::NomeMaschera() const
-{
-    return Inserimento() ? QStringLiteral("FRMDOMANDA_INS") : QStringLiteral("FRMDOMANDA_MOD");
-}
+QString SchermataDomanda::EtichettaErrore(const QString&) const { return EtichettaMetodiDomanda; }
 
 bool SchermataDomanda::Inserimento() const
 {
@@ -28,7 +24,7 @@ bool SchermataDomanda::Inserimento() const
 
 void SchermataDomanda::AggiungiCampagna()
 {
-    QComboBox* c = AggiungiCombo(cboDomanda, 0, QString(), QStringLiteral("Campagna"));
+    QComboBox* c = AggiungiCombo(cboDomanda, 0, QString(), QStringLiteral("Campagna"), QStringLiteral("Campagna"));
     c->setMinimumContentsLength(6);
     // Ogni cambio di campagna, battuto o impostato, rifà la lista degli articoli.
     connect(c, &QComboBox::currentIndexChanged, this, [this] { RegolaArticoli(); });
@@ -36,15 +32,13 @@ void SchermataDomanda::AggiungiCampagna()
 
 void SchermataDomanda::AggiungiNumero(const QString& tag, const QString& etichetta, const QString& tooltip)
 {
-    QLineEdit* campo = AggiungiCampo(1, tag, etichetta, 11, GenereCampo::NumeroDomanda);
-    campo->setToolTip(tooltip);
+    AggiungiCampo(1, tag, etichetta, tooltip, 11, GenereCampo::NumeroDomanda);
     ImpostaFiltroCampo(1, FiltroCampo::Intero);
 }
 
 void SchermataDomanda::AggiungiArticolo(const QString& etichetta)
 {
-    QComboBox* c = AggiungiCombo(cboDomanda, 3, QStringLiteral("TIPO_ARTICOLO"), etichetta);
-    c->setToolTip(QStringLiteral("Tipo Articolo"));
+    QComboBox* c = AggiungiCombo(cboDomanda, 3, QStringLiteral("TIPO_ARTICOLO"), etichetta, QStringLiteral("Tipo Articolo"));
     c->setMinimumContentsLength(6);
     AggiungiRifiuto({10, c, {}, QStringLiteral("La domanda appartiene a un altro articolo."), false});
     AggiungiRifiuto({11, c, {},
@@ -80,56 +74,45 @@ void SchermataDomanda::RegolaArticoli()
         ImpostaTesto(articolo, ricordato.trimmed().isEmpty() ? QString() : ricordato);
 }
 
-void SchermataDomanda::Form_Load(const QString& didascalia)
+void SchermataDomanda::Form_Load()
 {
-    try {
-        setWindowTitle(didascalia);
-        PulisciCampi(this, QStringLiteral("*TIPO_ARTICOLO*"));
-        {
-            // Riempire le combo non è un clic dell'utente.
-            const QSignalBlocker blocco(Campagna());
-            CaricaCmb(Articolo(), QStringLiteral("TIPO_ARTICOLO_DOMANDA"), QStringLiteral("TIPO_ARTICOLO"), QString(),
-                      false, QStringLiteral(" ORDER BY TIPO_ARTICOLO"), false, true);
-            CaricaAltreCombo();
-            CaricaCmb(Campagna(), QStringLiteral("CAMPAGNA"), QStringLiteral("ANNUALITA"), QString(), false,
-                      QStringLiteral(" ORDER BY ANNUALITA"), false, true);
-        }
-        if (Campagna()->count() > 0)
-            Campagna()->setCurrentIndex(CampagnaIniziale());
-        TxtDati[1]->setReadOnly(!Inserimento());
-        if (!Inserimento())
-            RiempiCampi();
-        adjustSize();
-        PosizionaForm(this, true, nullptr);
-    } catch (const ErroreSistema& e) {
-        ScriviLogErr(QString(), EtichettaMetodiDomanda, e.numero(), e.descrizione());
+    PulisciCampi(this, QStringLiteral("*TIPO_ARTICOLO*"));
+    {
+        // Riempire le combo non è un clic dell'utente.
+        const QSignalBlocker blocco(Campagna());
+        CaricaCmb(Articolo(), QStringLiteral("TIPO_ARTICOLO_DOMANDA"), QStringLiteral("TIPO_ARTICOLO"), QString(), false,
+                  QStringLiteral(" ORDER BY TIPO_ARTICOLO"), false, true);
+        CaricaAltreCombo();
+        CaricaCmb(Campagna(), QStringLiteral("CAMPAGNA"), QStringLiteral("ANNUALITA"), QString(), false,
+                  QStringLiteral(" ORDER BY ANNUALITA"), false, true);
     }
+    if (Campagna()->count() > 0)
+        Campagna()->setCurrentIndex(CampagnaIniziale());
+    TxtDati[1]->setReadOnly(!Inserimento());
+    CaricaMaschera();
 }
 
 void SchermataDomanda::Cmddati_Click(int indice)
 {
-    if (indice == 0)
-        Salva();
-    else
-        SchermataRecord::Cmddati_Click(indice);
+    switch (indice) {
+    case 0: Salva(); break;
+    case 2: MostraHelp(Inserimento() ? QStringLiteral("FRMDOMANDA_INS") : QStringLiteral("FRMDOMANDA_MOD")); break;
+    default: SchermataRecord::Cmddati_Click(indice); break;
+    }
 }
 
 void SchermataDomanda::Salva()
 {
     auto& s = sessione();
-    try {
-        PrimaDiControllare();
-        s.IndiceCampo = static_cast<qint16>(ControllaCampi());
-        if (s.IndiceCampo != 0) {
-            MostraRifiuto(s.IndiceCampo);
-        } else if (Scrivi()) {
-            Scarica(QDialog::Accepted);
-        }
-    } catch (const ErroreSistema& e) {
-        // Un guasto nei controlli o nella scrittura: la maschera resta aperta.
-        ScriviLogErr(QString(), EtichettaMetodiDomanda, e.numero(), e.descrizione());
-    }
+    // Un guasto nei controlli esce di qui verso il percorso d'errore della
+    // base; uno nella scrittura è già nel registro. La maschera resta aperta.
     Clessidra(false);
+    PrimaDiControllare();
+    s.IndiceCampo = static_cast<qint16>(ControllaCampi());
+    if (s.IndiceCampo != 0)
+        MostraRifiuto(s.IndiceCampo);
+    else if (Scrivi())
+        Scarica(QDialog::Accepted);
 }
 
 void SchermataDomanda::MostraRifiuto(int codice)

@@ -17,9 +17,6 @@ public:
     // 0 se tutto va bene, altrimenti il codice del rifiuto.
     virtual int ControllaCampi() = 0;
 
-    // Argomento dell'aiuto: "FRMDOMANDA_MOD" in modifica, "FRMDOMANDA_INS" altrimenti.
-    QString NomeMaschera() const override;
-
 protected:
     explicit SchermataDomanda(QWidget* genitore);
 
@@ -44,21 +41,27 @@ protected:
     QComboBox* Campagna() const { return cboDomanda.value(0); }
     QComboBox* Articolo() const { return cboDomanda.value(3); }
 
-    // Passo di caricamento: posizione, pulizia, combo, campagna iniziale e,
-    // in modifica, il numero bloccato e i campi dal record di sessione.
-    void Form_Load(const QString& didascalia);
+    // Passo di caricamento: pulizia, combo, campagna iniziale, numero
+    // bloccato in modifica, poi il caricamento comune (posizione, titolo e,
+    // in modifica, i campi dal record di sessione).
+    void Form_Load();
     // Riempie le combo proprie della maschera (dopo l'articolo, prima della campagna).
     virtual void CaricaAltreCombo() {}
     // Indice della campagna da scegliere all'apertura.
     virtual int CampagnaIniziale() const = 0;
     // Modifica: i campi dal record di sessione.
-    virtual void RiempiCampi() = 0;
+    void RiempiCampi() override = 0;
+    // Il titolo è quello della maschera, non quello della voce di menu.
+    QString Didascalia() const override = 0;
+    // Le due maschere hanno una sola etichetta d'errore, quella della scrittura.
+    QString EtichettaErrore(const QString& routine) const override;
 
     // Salva: prepara i campi, controlla, scrive; chiude solo se la scrittura riesce.
     void Salva();
     virtual void PrimaDiControllare() {}
     virtual bool Scrivi() = 0;
 
+    // 0 salva, 2 apre l'aiuto: "FRMDOMANDA_MOD" in modifica, "FRMDOMANDA_INS" altrimenti.
     void Cmddati_Click(int indice) override;
 
     // Sceglie la voce con quel testo; senza una voce uguale la combo resta senza scelta.

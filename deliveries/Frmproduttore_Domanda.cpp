@@ -6,7 +6,6 @@
 #include "shell/session_state.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 
 Frmproduttore_Domanda::Frmproduttore_Domanda(QWidget* genitore) : SchermataDomanda(genitore)
@@ -15,10 +14,8 @@ Frmproduttore_Domanda::Frmproduttore_Domanda(QWidget* genitore) : SchermataDoman
     AggiungiCampagna();
     AggiungiNumero(QStringLiteral("DOMANDA_PRODUTTORE"), QStringLiteral("Domanda Produttore"),
                    QStringLiteral("Domanda Produttore"));
-    QLineEdit* anticipo = AggiungiCampo(2, QStringLiteral("ANTICIPO_RICEVUTO"),
-                                        QStringLiteral("Importo dell'aiuto in fase di anticipo"), 15,
-                                        GenereCampo::Importo);
-    anticipo->setToolTip(QStringLiteral("Importo ricevuto"));
+    AggiungiCampo(2, QStringLiteral("ANTICIPO_RICEVUTO"), QStringLiteral("Importo dell'aiuto in fase di anticipo"),
+                  QStringLiteral("Importo ricevuto"), 15, GenereCampo::Importo);
     AggiungiArticolo(QStringLiteral("Tipo Articolo"));
     AggiungiPulsantiStandard();
 
@@ -30,7 +27,7 @@ Frmproduttore_Domanda::Frmproduttore_Domanda(QWidget* genitore) : SchermataDoman
     AggiungiRifiuto({4, cboDomanda[0], obbligatorio, {}, false});
     AggiungiRifiuto({5, TxtDati[1], QStringLiteral(" già esistente."), {}, false});
 
-    Form_Load(QStringLiteral("Domanda del distillatore"));
+    Form_Load();
 }
 
 // Ogni tasto passa da Keypress_Integer; l'anticipo poi da Keypress_Decimale2.

@@ -20,6 +20,7 @@ protected:
     void TxtDati_KeyPress(int indice, int& KeyAscii) override;
     int CampagnaIniziale() const override;
     void RiempiCampi() override;
+    QString Didascalia() const override { return QStringLiteral("Domanda del distillatore"); }
     void PrimaDiControllare() override;
     bool Scrivi() override;
 };

@@ -14,12 +14,12 @@ FrmDomanda::FrmDomanda(QWidget* genitore) : SchermataDomanda(genitore)
     setObjectName(QStringLiteral("FrmDomanda"));
     AggiungiCampagna();
     AggiungiNumero(QStringLiteral("DOMANDA"), QStringLiteral("Num. Domanda"), QStringLiteral("Domanda"));
-    QLineEdit* progressivo = AggiungiCampo(2, QStringLiteral("PROGRESSIVO"), QStringLiteral("Progressivo"), 2,
-                                           GenereCampo::Progressivo);
-    progressivo->setToolTip(QStringLiteral("Progressivo domanda"));
+    AggiungiCampo(2, QStringLiteral("PROGRESSIVO"), QStringLiteral("Progressivo"), QStringLiteral("Progressivo domanda"),
+                  2, GenereCampo::Progressivo);
     ImpostaFiltroCampo(2, FiltroCampo::Intero);
     AggiungiArticolo(QStringLiteral("Articolo"));
-    QComboBox* prodotto = AggiungiCombo(cboDomanda, 4, QStringLiteral("Id_varieta"), QStringLiteral("Prodotto ottenuto"));
+    QComboBox* prodotto = AggiungiCombo(cboDomanda, 4, QStringLiteral("Id_varieta"), QStringLiteral("Prodotto ottenuto"),
+                                        QStringLiteral("Prodotto ottenuto"));
     prodotto->setMinimumContentsLength(28);
     AggiungiPulsantiStandard();
 
@@ -32,7 +32,7 @@ FrmDomanda::FrmDomanda(QWidget* genitore) : SchermataDomanda(genitore)
     AggiungiRifiuto({5, TxtDati[1], QStringLiteral(" già esistente."), {}, false});
     AggiungiRifiuto({6, cboDomanda[0], obbligatorio, {}, false});
 
-    Form_Load(QStringLiteral("Domanda "));
+    Form_Load();
 }
 
 void FrmDomanda::CaricaAltreCombo()

@@ -23,5 +23,6 @@ protected:
     void CaricaAltreCombo() override;
     int CampagnaIniziale() const override;
     void RiempiCampi() override;
+    QString Didascalia() const override { return QStringLiteral("Domanda "); }
     bool Scrivi() override;
 };
