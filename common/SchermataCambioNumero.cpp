@@ -44,6 +44,8 @@ SchermataCambioNumero::SchermataCambioNumero(GenereCambio genere, QWidget* genit
 
     TxtDati[1]->setReadOnly(true);
     TxtDati[1]->setText(NumeroAttuale(genere));
+    // Si comincia dal numero nuovo: il vecchio è solo da leggere.
+    TxtDati[2]->setFocus();
     CaricaMaschera();
 }
 

@@ -52,6 +52,7 @@ TEST_F(MaschereCambio, AspettoDelleTreVarianti)
                                m.Lbldati[2]->text(), m.TxtDati[1]->text()}),
                   QStringList({c.nome, c.didascalia, c.cornice, c.vecchio, c.nuovo, c.attuale}));
         EXPECT_TRUE(m.TxtDati[1]->isReadOnly());
+        EXPECT_EQ(QApplication::focusWidget(), m.TxtDati[2]);
         EXPECT_EQ(m.TxtDati[2]->maxLength(), c.lunghezza);
     }
 }

@@ -252,6 +252,23 @@ TEST_F(MaschereDomanda, GuastoDelDatabaseLasciaLaMascheraAperta)
     EXPECT_EQ(Registro(), QStringList(2, EtichettaMetodiDomanda + "|03019"));
 }
 
+// In sola lettura nemmeno il registro si scrive: la fine bloccante del
+// programma, e nessuna riga toccata.
+TEST_F(MaschereDomanda, DatabaseInSolaLetturaNonScriveNulla)
+{
+    SchermataDomanda& m = Apri(P, "M");
+    const QStringList prima = Righe_(P);
+    db().Execute(QStringLiteral("PRAGMA query_only = 1"));
+    script->AccettaMessaggiSenzaRisposta();
+    EXPECT_THROW(m.Cmddati[0]->click(), ProcessoTerminato);
+    ASSERT_EQ(script->messaggi.size(), 1);
+    EXPECT_TRUE(script->messaggi[0].testo.startsWith(QStringLiteral("SI E' VERIFICATA UNA ANOMALIA BLOCCANTE:")));
+    EXPECT_TRUE(script->messaggi[0].testo.contains(EtichettaMetodiDomanda));
+    db().Execute(QStringLiteral("PRAGMA query_only = 0"));
+    EXPECT_EQ(Righe_(P), prima);
+    EXPECT_TRUE(Registro().isEmpty());
+}
+
 TEST_F(MaschereDomanda, AiutoPerModoDalPulsanteEDaF1)
 {
     for (Ramo ramo : {F, P}) {
