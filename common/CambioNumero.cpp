@@ -1,7 +1,7 @@
 #include "common/CambioNumero.h"
 
+#include "common/RegoleDomanda.h"
 #include "common/errore.h"
-#include "common/numeri.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 
@@ -126,7 +126,7 @@ EsitoCambio CambiaNumero(GenereCambio genere, const QString& vecchio, const QStr
     if (nuovo.trimmed().isEmpty())
         return EsitoCambio::NumeroMancante;
     if (genere != GenereCambio::CertificatoUtf) {
-        if (Val(nuovo) == 0.0)
+        if (NumeroNullo(nuovo))
             return EsitoCambio::NumeroMancante;
         // Nella fatturazione si misura il numero vecchio: il nuovo, riempito
         // di zeri uscendo dal campo, è sempre lungo 11.

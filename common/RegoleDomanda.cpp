@@ -121,7 +121,7 @@ bool ScriviDomanda(const QString& tabella, const QString& colonnaChiave, int mod
             Db().AggiornaRiga(tabella, valori, perChiave, {chiave});
         return true;
     } catch (const ErroreSistema& e) {
-        ScriviLogErr(QString(), QStringLiteral("FrmDomanda.MetodiDOMANDA "), e.numero(), e.descrizione());
+        ScriviLogErr(QString(), EtichettaMetodiDomanda, e.numero(), e.descrizione());
         return false;
     }
 }

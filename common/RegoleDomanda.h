@@ -19,6 +19,10 @@ bool ArticoloNonAmmesso(const QString& campagna, const QString& articolo);
 // Numero vuoto o di valore zero (il rifiuto "campo obbligatorio" del numero).
 bool NumeroNullo(const QString& testo);
 
+// Etichetta d'errore delle due domande (quella del distillatore usa
+// l'etichetta della gemella, come la conosce l'assistenza).
+inline const QString EtichettaMetodiDomanda = QStringLiteral("FrmDomanda.MetodiDOMANDA ");
+
 // Tabelle delle domande dei due rami.
 namespace TabellaDomande {
 inline const QString Fatture = QStringLiteral("DOMANDE");

@@ -1,6 +1,5 @@
 #include "common/SchermataDomanda.h"
 
-#include "common/RegoleDomanda.h"
 #include "common/aiuti_maschera.h"
 #include "common/aiuto.h"
 #include "common/piattaforma.h"
@@ -106,7 +105,7 @@ void SchermataDomanda::Salva()
     auto& s = sessione();
     // Un guasto nei controlli esce di qui verso il percorso d'errore della
     // base; uno nella scrittura è già nel registro. La maschera resta aperta.
-    Clessidra(false);
+    Clessidra(false);  // il puntatore torna normale in ogni caso
     PrimaDiControllare();
     s.IndiceCampo = static_cast<qint16>(ControllaCampi());
     if (s.IndiceCampo != 0)

@@ -6,10 +6,10 @@
 // salvataggio che trasforma il codice di ControllaCampi in messaggio e fuoco,
 // e l'aiuto per modo.
 
+#include "common/RegoleDomanda.h"
 #include "common/SchermataRecord.h"
 
 #include <QList>
-#include <QPointer>
 
 class SchermataDomanda : public SchermataRecord {
     Q_OBJECT
@@ -79,6 +79,3 @@ private:
     QString m_articoloDaParte;
 };
 
-// Etichetta d'errore delle due maschere (anche quella del distillatore usa
-// l'etichetta della gemella).
-inline const QString EtichettaMetodiDomanda = QStringLiteral("FrmDomanda.MetodiDOMANDA ");
