@@ -1,5 +1,6 @@
 #include "shell/registro_maschere.h"
 
+#include "deliveries/registra_conferimenti_utf.h"
 #include "deliveries/registra_domande_produttori.h"
 #include "invoices/registra_domande.h"
 #include "shell/registra_distilleria.h"
@@ -72,6 +73,7 @@ void RegistraMaschereDelSistema()
     //   RegistraMaschera(QStringLiteral("FrmSelezione"), [](QWidget*) { return new FrmSelezione; });
     //   RegistraMaschera(QStringLiteral("FrmHelp"), [](QWidget* g) { return new FrmHelp(g); }, Apertura::Modale);
     RegistraMaschereDistilleria();
+    RegistraMaschereConferimentiUtf();
     RegistraMaschereDomande();
     RegistraMaschereDomandeProduttori();
 }
