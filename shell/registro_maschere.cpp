@@ -1,7 +1,9 @@
 #include "shell/registro_maschere.h"
 
 #include "deliveries/registra_conferimenti_utf.h"
+#include "deliveries/registra_domande_produttori.h"
 #include "deliveries/registra_produttore.h"
+#include "invoices/registra_domande.h"
 #include "printing/registra_stampe.h"
 #include "shell/registra_distilleria.h"
 
@@ -76,4 +78,6 @@ void RegistraMaschereDelSistema()
     RegistraMaschereConferimentiUtf();
     RegistraStampe();
     RegistraMaschereProduttore();
+    RegistraMaschereDomande();
+    RegistraMaschereDomandeProduttori();
 }
