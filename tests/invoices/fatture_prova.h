@@ -28,6 +28,8 @@ protected:
         d.PRODOTTO = QStringLiteral("AGR ALCOLE GREZZO");
         d.CAMPAGNA = QStringLiteral("2005");
         sessione().TitoloMaschera = QStringLiteral("Fatture");
+        // I messaggi informativi ricevono OK; le domande hanno la risposta in coda.
+        script->AccettaMessaggiSenzaRisposta();
     }
 
     // Una fattura con la chiave data; i campi che contano nelle prove come argomenti.
