@@ -77,23 +77,27 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
     const struct {
         int indice;
         const char *tag, *etichetta, *tooltip;
-        int lunghezza, riga, colonna;
+        int riga, colonna;
     } domanda[] = {
-        {0, "dont", "Num. Domanda", "Num. Domanda", 11, 0, 0},
-        {1, "dont", "Progressivo", "Progressivo", 2, 0, 2},
-        {2, "dont", "N.Articolo", "N.Articolo", 0, 0, 4},
-        {3, "dont", "Prodotto ottenuto", "Numero Domanda", 11, 1, 0},
-        {20, "cbdoma", "Campagna", "Numero Domanda", 0, 1, 2},
+        {0, "dont", "Num. Domanda", "Num. Domanda", 0, 0},
+        {1, "dont", "Progressivo", "Progressivo", 0, 2},
+        {2, "dont", "N.Articolo", "N.Articolo", 0, 4},
+        {3, "dont", "Prodotto ottenuto", "Numero Domanda", 1, 0},
+        {20, "cbdoma", "Campagna", "Numero Domanda", 1, 2},
     };
     for (const auto& d : domanda) {
         auto* campo = new QLineEdit(Frame1);
+        campo->setMinimumWidth(d.indice == 3 ? 170 : 110);
         auto* lbl = new QLabel(QString::fromUtf8(d.etichetta), Frame1);
         lbl->setBuddy(campo);
         Lbldati[d.indice] = lbl;
         g1->addWidget(lbl, d.riga, d.colonna);
         g1->addWidget(campo, d.riga, d.colonna + 1);
-        RegistraCampo(d.indice, campo, QString::fromUtf8(d.tag), QString::fromUtf8(d.tooltip), d.lunghezza);
+        // Campi solo da vedere: la lunghezza massima taglierebbe il testo mostrato.
+        RegistraCampo(d.indice, campo, QString::fromUtf8(d.tag), QString::fromUtf8(d.tooltip), 0);
     }
+    for (int c : {1, 3, 5})
+        g1->setColumnStretch(c, 1);
     Frame1->setEnabled(false);
 
     Frame2 = new QGroupBox(QStringLiteral("Informazioni relativa alla fattura"), this);

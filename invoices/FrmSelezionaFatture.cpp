@@ -66,7 +66,8 @@ FrmSelezionaFatture::FrmSelezionaFatture(QWidget* genitore) : QDialog(genitore)
     CampoLettura(TxtDati, 2, QStringLiteral("TIPO_ARTICOLO"), g1, 0, 4, QStringLiteral("N.Articolo"), Frame1);
     CampoLettura(TxtDati, 3, QStringLiteral("PRODOTTO"), g1, 1, 0, QStringLiteral("Prodotto ottenuto"), Frame1);
     CampoLettura(TxtDati, 15, QStringLiteral("CAMPAGNA"), g1, 1, 2, QStringLiteral("Campagna"), Frame1);
-    g1->setColumnStretch(1, 1);
+    for (int c : {1, 3, 5})
+        g1->setColumnStretch(c, 1);
     Frame1->setEnabled(false);
 
     TDBG_Selfatt = new QTableView(this);
@@ -109,7 +110,8 @@ FrmSelezionaFatture::FrmSelezionaFatture(QWidget* genitore) : QDialog(genitore)
     AntaFrame21->setObjectName(QStringLiteral("AntaFrame21"));
     auto* g3 = new QGridLayout(AntaFrame21);
     CampoLettura(TxtDati, 14, QStringLiteral("TOTALE"), g3, 0, 0, QStringLiteral("Totale Quintali delle fatture"),
-                 AntaFrame21);
+                 AntaFrame21)
+        ->setMinimumWidth(110);
 
     auto* pulsanti = new QHBoxLayout;
     const char* didascalie[] = {"Help", "Nuovo", "Modifica", "Esci", "Cancella"};
@@ -155,6 +157,8 @@ void FrmSelezionaFatture::CaricaGriglia(const QString& ordine)
             condizione = IstruzioneSql(QStringLiteral(" ORDER BY ") + ordine);
         AggiornaGrigliaDomande(condizione, TDBG_Selfatt, ModoLista, nullptr, false, Data_SelFatt);
         ColonneGrigliaDomande(TDBG_Selfatt, ModoLista, QString());
+        for (int c : ColonneOrdinabili.keys())
+            TDBG_Selfatt->resizeColumnToContents(c);
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), QStringLiteral(" FrmSelezionaFatture CmdDATI_Click"), e.numero(), e.descrizione());
         return;

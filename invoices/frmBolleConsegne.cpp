@@ -57,7 +57,7 @@ frmBolleConsegne::frmBolleConsegne(QWidget* genitore) : SchermataRecord(genitore
     tdbgBolle->setEditTriggers(QAbstractItemView::NoEditTriggers);
     tdbgBolle->setSelectionBehavior(QAbstractItemView::SelectRows);
     tdbgBolle->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    tdbgBolle->setMinimumSize(720, 200);
+    tdbgBolle->setMinimumSize(960, 200);
     tdbgBolle->horizontalHeader()->setStretchLastSection(true);
     datBolle = new ModelloLista(this);
     tdbgBolle->setModel(datBolle);
