@@ -25,6 +25,10 @@ inline void QuandoModale(const QString& nome, std::function<void(QDialog*)> azio
             return;
         timer->stop();
         timer->deleteLater();
+        // Attiva, perché il fuoco e la validazione all'uscita dai campi funzionino.
+        d->activateWindow();
+        if (!QTest::qWaitForWindowActive(d))
+            ADD_FAILURE() << "finestra non attiva: " << nome.toStdString();
         azione(d);
     });
     timer->start();
