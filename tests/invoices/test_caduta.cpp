@@ -49,13 +49,13 @@ TEST(Caduta, DISABLED_FiglioConLaFatturaAperta)
             auto* bolle = static_cast<frmBolleConsegne*>(b);
             Seleziona(bolle->tdbgBolle, {0});
             QTest::mouseClick(bolle->Cmddati.value(0), Qt::LeftButton);
-            BattiEdEsci(bolle->TxtDati.value(3), QStringLiteral("50"));
+            bolle->TxtDati.value(3)->setText(QStringLiteral("50,0000"));
             QTest::mouseClick(bolle->Cmddati.value(0), Qt::LeftButton);
             QTest::mouseClick(bolle->Cmddati.value(1), Qt::LeftButton);
             bolle->TxtDati.value(1)->setText(QStringLiteral("NUOVA"));
             bolle->TxtDati.value(2)->setText(QStringLiteral("01/01/2006"));
-            BattiEdEsci(bolle->TxtDati.value(3), QStringLiteral("30"));
-            bolle->TxtDati.value(7)->setText(QStringLiteral("9"));
+            bolle->TxtDati.value(3)->setText(QStringLiteral("30,0000"));
+            bolle->TxtDati.value(7)->setText(QStringLiteral("9,0000"));
             QTest::mouseClick(bolle->Cmddati.value(0), Qt::LeftButton);
             QTest::mouseClick(bolle->Cmddati.value(2), Qt::LeftButton);
         });

@@ -253,21 +253,8 @@ TEST_F(ProvaFrmFattura, ModificaCaricaESalva)
     Fattura(2, QStringLiteral("2"));
     Bolla(10, 1, QStringLiteral("B10"), QStringLiteral("02/01/2006"), QStringLiteral("60,0000"));
     FatturaSelezionata& f = sessione().FatturaSel;
-    f.ID_FATTURA = 2;
-    f.CODI_FISC = QStringLiteral(" 01234567897 ");
-    f.DENOMINAZIONE = QStringLiteral("CANTINA 2");
-    f.NUME_FATT = QStringLiteral("2");
-    f.DATA_FATT = QStringLiteral("10/01/2006");
-    f.DATA_COMP = QStringLiteral("05/01/2006");
-    f.DATA_PAGA = QStringLiteral("20/01/2006");
-    f.QTA_PROD = QStringLiteral("100,0000");
-    f.QTA_LAVO = QStringLiteral("100,0000");
-    f.GRAD = QStringLiteral("10,0000");
-    f.PREZ_MINI = QStringLiteral("1,0000");
-    f.IMPO = QStringLiteral("1000,00");
-    f.IVA = QStringLiteral("200,00");
-    f.IMPO_TOTA = QStringLiteral("1200,00");
-    f.ID_LAVORAZIONE = QStringLiteral("4");
+    f = {2, IdDomanda, " 01234567897 ", "2", "CANTINA 2", "10/01/2006", "100,0000", "10,0000", "1,0000",
+         "1000,00", "200,00", "1200,00", "20/01/2006", "05/01/2006", "100,0000", "4"};
     CopiaBolleInAppoggio(2);
     Apri(QStringLiteral("M"));
     EXPECT_EQ(Campo(4)->text(), QStringLiteral("01234567897"));
