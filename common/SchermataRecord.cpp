@@ -4,9 +4,11 @@
 #include "common/aiuto.h"
 #include "common/errore.h"
 #include "common/filtri_tastiera.h"
+#include "common/log_errori.h"
 #include "common/numeri.h"
 #include "common/piattaforma.h"
 #include "common/testo.h"
+#include "shell/session_state.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -19,6 +21,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWidget>
 
 namespace {
 
@@ -84,32 +87,57 @@ SchermataRecord::~SchermataRecord()
         figlio->removeEventFilter(this);
 }
 
+template <typename F>
+bool SchermataRecord::Protetto(const QString& routine, F&& gestore)
+{
+    try {
+        gestore();
+        return true;
+    } catch (const ErroreSistema& e) {
+        ScriviLogErr(QString(), EtichettaErrore(routine), e.numero(), e.descrizione());
+        return false;
+    }
+}
+
 QLineEdit* SchermataRecord::AggiungiCampo(int indice, const QString& tag, const QString& etichetta,
-                                          int lunghezzaMassima, GenereCampo genere)
+                                          const QString& tooltip, int lunghezzaMassima, GenereCampo genere)
 {
     auto* campo = new QLineEdit(this);
-    auto* label = new QLabel(etichetta, this);
-    label->setBuddy(campo);
-    Lbldati[indice] = label;
-    m_areaCampi->addWidget(label, m_rigaCampi, 0);
+    RegistraCampo(indice, campo, tag, etichetta, tooltip, lunghezzaMassima, genere);
+    if (QLabel* label = Lbldati.value(indice))
+        m_areaCampi->addWidget(label, m_rigaCampi, 0);
     m_areaCampi->addWidget(campo, m_rigaCampi, 1);
     ++m_rigaCampi;
-    RegistraCampo(indice, campo, tag, etichetta, lunghezzaMassima, genere);
     return campo;
 }
 
 void SchermataRecord::RegistraCampo(int indice, QLineEdit* campo, const QString& tag, const QString& etichetta,
-                                    int lunghezzaMassima, GenereCampo genere)
+                                    const QString& tooltip, int lunghezzaMassima, GenereCampo genere)
 {
     if (!campo)
         return;
-    TxtDati[indice] = campo;
+    TxtDati.insert(indice, campo);
+    Etichetta(indice, etichetta, campo);
     ImpostaTag(campo, tag);
-    campo->setToolTip(etichetta);
+    campo->setToolTip(tooltip);
     if (lunghezzaMassima > 0)
         campo->setMaxLength(lunghezzaMassima);
     m_regole[indice].genere = genere;
     Sorveglia(campo);
+}
+
+QLabel* SchermataRecord::Etichetta(int indice, const QString& testo, QWidget* compagno)
+{
+    QLabel* label = Lbldati.value(indice);
+    if (!label) {
+        if (testo.isEmpty())
+            return nullptr;
+        label = new QLabel(this);
+        Lbldati.insert(indice, label);
+    }
+    label->setText(testo);
+    label->setBuddy(compagno);
+    return label;
 }
 
 void SchermataRecord::ImpostaFiltroCampo(int indice, FiltroCampo filtro, int decimali, bool maiuscole)
@@ -128,27 +156,38 @@ GenereCampo SchermataRecord::Genere(int indice) const
 }
 
 QComboBox* SchermataRecord::AggiungiCombo(ArrayCombo& array, int indice, const QString& tag,
-                                          const QString& etichetta)
+                                          const QString& etichetta, const QString& tooltip)
 {
     auto* combo = new QComboBox(this);
-    auto* label = new QLabel(etichetta, this);
-    label->setBuddy(combo);
-    m_areaCampi->addWidget(label, m_rigaCampi, 0);
+    RegistraCombo(array, indice, combo, tag, etichetta, tooltip);
+    if (QLabel* label = Lbldati.value(indice))
+        m_areaCampi->addWidget(label, m_rigaCampi, 0);
     m_areaCampi->addWidget(combo, m_rigaCampi, 1);
     ++m_rigaCampi;
-    RegistraCombo(array, indice, combo, tag, etichetta);
     return combo;
 }
 
 void SchermataRecord::RegistraCombo(ArrayCombo& array, int indice, QComboBox* combo, const QString& tag,
-                                    const QString& etichetta)
+                                    const QString& etichetta, const QString& tooltip)
 {
     if (!combo)
         return;
-    array[indice] = combo;
+    array.insert(indice, combo);
+    Etichetta(indice, etichetta, combo);
     ImpostaTag(combo, tag);
-    combo->setToolTip(etichetta);
-    Sorveglia(combo);
+    combo->setToolTip(tooltip);
+    RegistraControllo(combo);
+}
+
+void SchermataRecord::RegistraControllo(QWidget* controllo)
+{
+    if (!controllo)
+        return;
+    // I clic di una griglia arrivano alla sua area interna, quelli di una
+    // combo modificabile alla sua casella: si sorvegliano anche i figli.
+    Sorveglia(controllo);
+    for (QWidget* figlio : controllo->findChildren<QWidget*>())
+        Sorveglia(figlio);
 }
 
 QPushButton* SchermataRecord::AggiungiPulsante(int indice, const QString& didascalia, bool validazione)
@@ -163,12 +202,13 @@ void SchermataRecord::RegistraPulsante(int indice, QPushButton* pulsante, bool v
 {
     if (!pulsante)
         return;
-    Cmddati[indice] = pulsante;
+    Cmddati.insert(indice, pulsante);
     // Invio nei campi non preme nessun pulsante.
     pulsante->setAutoDefault(false);
     pulsante->setDefault(false);
     pulsante->setProperty(ProprietaValidazione, validazione);
-    connect(pulsante, &QPushButton::clicked, this, [this, indice] { Cmddati_Click(indice); });
+    connect(pulsante, &QPushButton::clicked, this,
+            [this, indice] { Protetto(QStringLiteral("Cmddati_Click"), [&] { Cmddati_Click(indice); }); });
     Sorveglia(pulsante);
 }
 
@@ -187,6 +227,36 @@ QString SchermataRecord::NomeMaschera() const
 void SchermataRecord::Help() { MostraHelp(NomeMaschera()); }
 
 void SchermataRecord::Scarica(int esito) { done(esito); }
+
+void SchermataRecord::CaricaMaschera()
+{
+    Protetto(QStringLiteral("Form_Load"), [this] {
+        if (!testAttribute(Qt::WA_Resized))
+            adjustSize();
+        PosizionaForm(this, true, nullptr);
+        setWindowTitle(Didascalia());
+        if (DaRiempire())
+            RiempiCampi();
+    });
+}
+
+QString SchermataRecord::Didascalia() const
+{
+    const QString& titolo = sessione().TitoloMaschera;
+    return titolo.isEmpty() ? windowTitle() : titolo;
+}
+
+bool SchermataRecord::DaRiempire() const
+{
+    return sessione().ModoMaschera.trimmed().toUpper() == QLatin1String("M");
+}
+
+QString SchermataRecord::EtichettaErrore(const QString& routine) const
+{
+    return NomeMaschera() + QLatin1Char(' ') + routine;
+}
+
+void SchermataRecord::TastoF1() { Cmddati_Click(IndiceHelp()); }
 
 int SchermataRecord::IndiceCampo(const QObject* campo) const
 {
@@ -263,7 +333,7 @@ void SchermataRecord::keyPressEvent(QKeyEvent* evento)
 {
     switch (evento->key()) {
     case Qt::Key_F1:
-        Help();
+        Protetto(QStringLiteral("Cmddati_Click"), [this] { TastoF1(); });
         return;
     // Esc e Invio non chiudono la maschera e non premono pulsanti.
     case Qt::Key_Escape:
@@ -297,7 +367,7 @@ bool SchermataRecord::eventFilter(QObject* oggetto, QEvent* evento)
     case QEvent::KeyPress: {
         auto* tasto = static_cast<QKeyEvent*>(evento);
         if (tasto->key() == Qt::Key_F1) {
-            Help();
+            Protetto(QStringLiteral("Cmddati_Click"), [this] { TastoF1(); });
             return true;
         }
         if (campo)
@@ -358,7 +428,9 @@ bool SchermataRecord::TastoNelCampo(QLineEdit* campo, int indice, QKeyEvent* eve
         {
             ConsegnaTasto consegna;
             int KeyAscii = originale;
-            TxtDati_KeyPress(indice, KeyAscii);
+            // Dopo un errore del filtro il tasto resta com'era.
+            if (!Protetto(QStringLiteral("TxtDati_KeyPress"), [&] { TxtDati_KeyPress(indice, KeyAscii); }))
+                KeyAscii = originale;
             if (KeyAscii != 0 && guardia) {
                 if (KeyAscii == originale && codici.size() == 1) {
                     QKeyEvent copia(evento->type(), evento->key(), evento->modifiers(), evento->text(),
@@ -414,12 +486,8 @@ bool SchermataRecord::FuocoPerso(QLineEdit* campo, int indice)
     m_inValidazione = true;
     bool valido = true;
     QPointer<QLineEdit> guardia(campo);
-    try {
-        valido = TxtDati_Validate(indice);
-    } catch (const ErroreSistema& e) {
-        // Un errore non previsto nella validazione non deve bloccare la maschera.
-        MsgBox(e.descrizione(), StileMsg::Esclamativo);
-    }
+    // Dopo un errore non previsto il campo si lascia: non deve bloccare la maschera.
+    Protetto(QStringLiteral("TxtDati_Validate"), [&] { valido = TxtDati_Validate(indice); });
     m_inValidazione = false;
     if (valido || !guardia)
         return valido;

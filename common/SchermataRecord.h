@@ -2,19 +2,29 @@
 // Base delle maschere di un record (domanda, fattura, certificato, produttore,
 // ...). Dà una volta sola il comportamento comune:
 //   - i campi sono l'array TxtDati per indice, con la colonna nel Tag e
-//     l'etichetta umana nel tooltip; le combo stanno negli array cboDomanda,
-//     cboProdotto, cboProvincia; i pulsanti nell'array Cmddati (0 "Salva",
-//     1 "Esci", 2 "Help");
+//     l'etichetta umana nel tooltip (è il tooltip che entra nei messaggi);
+//     il testo accanto al campo è Lbldati(indice), che può essere diverso;
+//     le combo stanno negli array cboDomanda, cboProdotto, cboProvincia; i
+//     pulsanti nell'array Cmddati (0 "Salva", 1 "Esci", 2 "Help");
+//   - leggere un indice che un array non ha solleva l'errore 340, che come
+//     ogni ErroreSistema sfuggito a un evento della maschera va a ScriviLogErr
+//     con l'etichetta della maschera (EtichettaErrore): la maschera resta;
+//   - il caricamento comune (posizione, titolo, campi del record in modo
+//     "M") è CaricaMaschera, che la maschera chiama in fondo al costruttore;
 //   - il testo si seleziona quando un campo prende il fuoco, il tasto Canc è
-//     ignorato, F1 vale come "Help";
+//     ignorato, F1 vale come il clic sul pulsante d'aiuto della maschera
+//     (Cmddati_Click(IndiceHelp()));
 //   - ogni tasto battuto diventa un codice di carattere per TxtDati_KeyPress,
 //     dove la maschera sceglie i filtri per indice (0 annulla il tasto, un
 //     codice cambiato batte il carattere cambiato);
 //   - quando un campo perde il fuoco verso un altro controllo della maschera
 //     gira TxtDati_Validate: date, importi, quantità, numero domanda e
 //     progressivo si riscrivono secondo il genere del campo; un rifiuto
-//     riporta il fuoco nel campo e il clic che aveva preso il fuoco va perso.
-//     "Esci" e "Help" non aspettano la validazione.
+//     riporta il fuoco nel campo e il clic che aveva preso il fuoco va perso
+//     sui campi, le combo, i pulsanti e i controlli registrati con
+//     RegistraControllo. "Esci" e "Help" non aspettano la validazione.
+
+#include "common/ArrayControlli.h"
 
 #include <QDialog>
 #include <QMap>
@@ -48,10 +58,10 @@ enum class FiltroCampo {
     Data,       // Keypress_Data
 };
 
-using ArrayCampi = QMap<int, QLineEdit*>;
-using ArrayCombo = QMap<int, QComboBox*>;
-using ArrayPulsanti = QMap<int, QPushButton*>;
-using ArrayEtichette = QMap<int, QLabel*>;
+using ArrayCampi = ArrayControlli<QLineEdit>;
+using ArrayCombo = ArrayControlli<QComboBox>;
+using ArrayPulsanti = ArrayControlli<QPushButton>;
+using ArrayEtichette = ArrayControlli<QLabel>;
 
 class SchermataRecord : public QDialog {
     Q_OBJECT
@@ -67,21 +77,31 @@ public:
     ArrayCombo cboProdotto;
     ArrayCombo cboProvincia;
 
-    // Crea il campo TxtDati(indice) con la sua etichetta nella griglia dei
-    // campi. La lunghezza massima è quella della colonna.
-    QLineEdit* AggiungiCampo(int indice, const QString& tag, const QString& etichetta, int lunghezzaMassima,
-                             GenereCampo genere = GenereCampo::Libero);
+    // Crea il campo TxtDati(indice) con l'etichetta Lbldati(indice) nella
+    // griglia dei campi. Il tooltip è il nome del campo nei messaggi; la
+    // lunghezza massima è quella della colonna.
+    QLineEdit* AggiungiCampo(int indice, const QString& tag, const QString& etichetta, const QString& tooltip,
+                             int lunghezzaMassima, GenereCampo genere = GenereCampo::Libero);
     // Registra un campo creato dalla maschera (già posato dove vuole lei).
+    // L'etichetta va in Lbldati(indice) se c'è; altrimenti, se non è vuota,
+    // nasce lì una QLabel nuova che la maschera posa dove vuole.
     void RegistraCampo(int indice, QLineEdit* campo, const QString& tag, const QString& etichetta,
-                       int lunghezzaMassima, GenereCampo genere = GenereCampo::Libero);
+                       const QString& tooltip, int lunghezzaMassima, GenereCampo genere = GenereCampo::Libero);
     // Sceglie i filtri del campo usati da TxtDati_KeyPress di base.
     void ImpostaFiltroCampo(int indice, FiltroCampo filtro, int decimali = 2, bool maiuscole = true);
     void ImpostaGenere(int indice, GenereCampo genere);
     GenereCampo Genere(int indice) const;
 
-    QComboBox* AggiungiCombo(ArrayCombo& array, int indice, const QString& tag, const QString& etichetta);
-    void RegistraCombo(ArrayCombo& array, int indice, QComboBox* combo, const QString& tag,
-                       const QString& etichetta);
+    // Le combo come i campi: etichetta in Lbldati(indice), tooltip sulla combo.
+    QComboBox* AggiungiCombo(ArrayCombo& array, int indice, const QString& tag, const QString& etichetta,
+                             const QString& tooltip);
+    void RegistraCombo(ArrayCombo& array, int indice, QComboBox* combo, const QString& tag, const QString& etichetta,
+                       const QString& tooltip);
+
+    // Un altro controllo della maschera (pulsante di ricerca o di calcolo,
+    // casella di spunta, griglia, riquadro): con i suoi figli, anche lui
+    // perde il clic che ha tolto il fuoco a un campo rifiutato.
+    void RegistraControllo(QWidget* controllo);
 
     // Pulsante Cmddati(indice). "validazione" falso: il pulsante non fa
     // validare il campo che lascia (così "Esci" e "Help").
@@ -97,6 +117,13 @@ public:
     // Chiude la maschera (il proprietario dell'unica istanza la distrugge).
     void Scarica(int esito = QDialog::Rejected);
 
+    // Caricamento comune: misura (se la maschera non se ne è data una) e
+    // posizione con PosizionaForm sullo schermo, titolo da Didascalia(), e
+    // RiempiCampi quando DaRiempire(). La maschera lo chiama in fondo al
+    // costruttore, dopo aver riempito le sue combo. Un errore va a
+    // ScriviLogErr con EtichettaErrore("Form_Load").
+    void CaricaMaschera();
+
     // Indice di un campo in TxtDati, -1 se non c'è.
     int IndiceCampo(const QObject* campo) const;
 
@@ -109,6 +136,25 @@ protected:
     virtual bool TxtDati_Validate(int indice);
     // Clic su Cmddati(indice). Di base 1 chiude e 2 apre l'aiuto.
     virtual void Cmddati_Click(int indice);
+    // Il pulsante d'aiuto, che F1 preme: di base 2.
+    virtual int IndiceHelp() const { return 2; }
+    // Il tasto F1: di base Cmddati_Click(IndiceHelp()). Solo una maschera in
+    // cui F1 fa altro dal pulsante la ridefinisce.
+    virtual void TastoF1();
+
+    // Titolo della finestra: TitoloMaschera, o quello che la maschera ha già
+    // se TitoloMaschera è vuoto.
+    virtual QString Didascalia() const;
+    // Se il caricamento riempie i campi dal record scelto: di base con
+    // ModoMaschera "M" (senza spazi, maiuscole o minuscole).
+    virtual bool DaRiempire() const;
+    // Riempie i campi dal record scelto (sessione). Di base non fa nulla.
+    virtual void RiempiCampi() {}
+    // Etichetta per ScriviLogErr di un errore sfuggito alla routine:
+    // "Form_Load", "Cmddati_Click" (anche da F1), "TxtDati_KeyPress",
+    // "TxtDati_Validate". Di base NomeMaschera() + " " + routine; una maschera
+    // la ridefinisce per dare le etichette che l'assistenza conosce.
+    virtual QString EtichettaErrore(const QString& routine) const;
 
     // Le regole del genere del campo.
     bool ValidaGenere(int indice);
@@ -132,6 +178,12 @@ private:
     void Consegna(QWidget* destinatario, QKeyEvent& evento);
     bool FuocoPerso(QLineEdit* campo, int indice);
     void Sorveglia(QWidget* controllo);
+    // Lbldati(indice) con il testo dato, creata se manca e il testo c'è.
+    QLabel* Etichetta(int indice, const QString& testo, QWidget* compagno);
+    // Esegue un gestore di evento: un ErroreSistema che ne esce va a
+    // ScriviLogErr con EtichettaErrore(routine). Falso se c'è stato.
+    template <typename F>
+    bool Protetto(const QString& routine, F&& gestore);
 
     QMap<int, RegoleCampo> m_regole;
     QGridLayout* m_areaCampi = nullptr;

@@ -13,12 +13,68 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QStringList>
 #include <QTextEdit>
 #include <QWidget>
 
 namespace {
 constexpr auto ProprietaTag = "Tag";
+
+// Le colonne dell'espressione (separate da virgole) con le parti unite da
+// "&" o "||" messe al riparo dal Null. Le virgole e i segni dentro le
+// parentesi, i testi e i nomi tra virgolette o parentesi quadre non contano.
+QString UnioneSenzaNull(const QString& espressione)
+{
+    QStringList colonne;
+    QStringList parti;
+    QString parte;
+    const auto chiudiParte = [&] { parti << parte.trimmed(); parte.clear(); };
+    const auto chiudiColonna = [&] {
+        chiudiParte();
+        if (parti.size() == 1) {
+            colonne << parti.first();
+        } else {
+            QStringList protette;
+            for (const QString& p : std::as_const(parti))
+                protette << QStringLiteral("IFNULL(") + p + QStringLiteral(", '')");
+            colonne << protette.join(QStringLiteral(" || "));
+        }
+        parti.clear();
+    };
+
+    int profondita = 0;
+    QChar chiusura;  // dentro un testo o un nome quotato: il carattere che lo chiude
+    for (qsizetype i = 0; i < espressione.size(); ++i) {
+        const QChar c = espressione.at(i);
+        if (!chiusura.isNull()) {
+            if (c == chiusura)
+                chiusura = QChar();
+        } else if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            chiusura = c;
+        } else if (c == QLatin1Char('[')) {
+            chiusura = QLatin1Char(']');
+        } else if (c == QLatin1Char('(')) {
+            ++profondita;
+        } else if (c == QLatin1Char(')')) {
+            --profondita;
+        } else if (profondita == 0 && c == QLatin1Char(',')) {
+            chiudiColonna();
+            continue;
+        } else if (profondita == 0 && c == QLatin1Char('&')) {
+            chiudiParte();
+            continue;
+        } else if (profondita == 0 && c == QLatin1Char('|') && i + 1 < espressione.size() &&
+                   espressione.at(i + 1) == QLatin1Char('|')) {
+            chiudiParte();
+            ++i;
+            continue;
+        }
+        parte += c;
+    }
+    chiudiColonna();
+    return colonne.join(QStringLiteral(", "));
 }
+}  // namespace
 
 void ImpostaTag(QWidget* controllo, const QString& tag)
 {
@@ -37,7 +93,7 @@ void CaricaCmb(QComboBox* combo, const QString& tabella, const QString& campo, c
     if (!combo)
         return;
     try {
-        QString sql = QStringLiteral("SELECT ") + campo + QStringLiteral(" FROM ") + tabella;
+        QString sql = QStringLiteral("SELECT ") + UnioneSenzaNull(campo) + QStringLiteral(" FROM ") + tabella;
         if (!condizione.trimmed().isEmpty())
             sql += QStringLiteral(" WHERE ") + condizione;
         sql += ordine;

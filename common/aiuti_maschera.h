@@ -21,9 +21,12 @@ QString Tag(const QWidget* controllo);
 // "unisci" anche una voce con tutte le colonne, ognuna preceduta da uno
 // spazio; con "datiVoce" il valore intero della prima colonna come dato della
 // voce. Alla fine, con "rigaVuota" una voce vuota; senza, la combo si porta
-// sulla CampagnaCorrente se non è vuota. L'espressione del campo è scritta in
-// SQLite ("CODI_PROD || ' ' || DESC_PROD"). Un errore va a ScriviLogErr e la
+// sulla CampagnaCorrente se non è vuota. Un errore va a ScriviLogErr e la
 // combo resta come è arrivata.
+// L'espressione si scrive come la voce si compone, "CODI_PROD & ' ' &
+// DESC_PROD" (o con "||"): prima di eseguirla ogni parte unita da "&" o "||"
+// diventa IFNULL(parte, ''), così una parte Null resta vuota e non annulla
+// tutta la voce, come faceva "&". Le colonne si separano con la virgola.
 void CaricaCmb(QComboBox* combo, const QString& tabella, const QString& campo, const QString& condizione,
                bool datiVoce, const QString& ordine, bool unisci, bool rigaVuota,
                const QVariantList& parametri = {});

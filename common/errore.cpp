@@ -21,6 +21,7 @@ QString DescrizioneErrore(int numero)
     case DiscoNonPronto: return QStringLiteral("Disco non pronto");
     case AccessoPercorso: return QStringLiteral("Errore di accesso al percorso/file");
     case PercorsoNonTrovato: return QStringLiteral("Impossibile trovare il percorso");
+    case ElementoControlloMancante: return QStringLiteral("L'elemento della matrice di controlli non esiste.");
     case NessunRecordCorrente: return QStringLiteral("Nessun record corrente.");
     case ChiaveDuplicata:
         return QStringLiteral("Impossibile apportare le modifiche richieste: si creerebbero valori "

@@ -16,6 +16,8 @@ constexpr int AutorizzazioneNegata = 70;
 constexpr int DiscoNonPronto = 71;
 constexpr int AccessoPercorso = 75;
 constexpr int PercorsoNonTrovato = 76;
+// Indice che non c'è in una matrice di controlli (TxtDati, Cmddati, ...).
+constexpr int ElementoControlloMancante = 340;
 constexpr int NessunRecordCorrente = 3021;
 constexpr int ChiaveDuplicata = 3022;
 constexpr int FileNonTrovato = 3024;

@@ -17,7 +17,7 @@
 
 namespace {
 
-// I campi: colonna (Tag), lunghezza massima, etichetta (tooltip).
+// I campi: colonna (Tag), lunghezza massima, etichetta (anche tooltip).
 const struct {
     int indice;
     const char* colonna;
@@ -39,8 +39,8 @@ frmInizializza::frmInizializza(QWidget* genitore) : SchermataRecord(genitore)
     setObjectName(QStringLiteral("frmInizializza"));
     setModal(true);
     for (const auto& c : CampiDistilleria) {
-        QLineEdit* campo = AggiungiCampo(c.indice, QString::fromLatin1(c.colonna), QString::fromLatin1(c.etichetta),
-                                         c.lunghezza);
+        const QString etichetta = QString::fromLatin1(c.etichetta);
+        QLineEdit* campo = AggiungiCampo(c.indice, QString::fromLatin1(c.colonna), etichetta, etichetta, c.lunghezza);
         campo->setObjectName(QStringLiteral("TxtDISTDati_%1").arg(c.indice));
         campo->setMinimumWidth(campo->fontMetrics().horizontalAdvance(QLatin1Char('W')) * 20);
         ImpostaFiltroCampo(c.indice, FiltroCampo::Caratteri);
@@ -49,22 +49,15 @@ frmInizializza::frmInizializza(QWidget* genitore) : SchermataRecord(genitore)
     for (auto it = Cmddati.cbegin(); it != Cmddati.cend(); ++it)
         it.value()->setObjectName(QStringLiteral("Cmddati_%1").arg(it.key()));
 
-    Form_Load();
+    CaricaMaschera();
 }
 
-void frmInizializza::Form_Load()
+void frmInizializza::RiempiCampi()
 {
-    try {
-        adjustSize();
-        PosizionaForm(this, true, nullptr);
-        setWindowTitle(sessione().TitoloMaschera);
-        const DatiDistilleria& d = sessione().DistilleriaDati;
-        TxtDati[1]->setText(d.CODI_FISC);
-        TxtDati[2]->setText(d.RAGI_SOCI);
-        TxtDati[3]->setText(d.INDI_DIST);
-    } catch (const ErroreSistema& e) {
-        ScriviLogErr(QString(), QStringLiteral("frmInizializza Form_Load"), e.numero(), e.descrizione());
-    }
+    const DatiDistilleria& d = sessione().DistilleriaDati;
+    TxtDati[1]->setText(d.CODI_FISC);
+    TxtDati[2]->setText(d.RAGI_SOCI);
+    TxtDati[3]->setText(d.INDI_DIST);
 }
 
 int frmInizializza::ControllaCampi()

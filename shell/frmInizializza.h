@@ -24,7 +24,11 @@ protected:
     // La chiusura della finestra vale "Esci".
     void reject() override;
 
+    // I dati della distilleria si mostrano sempre, anche al primo avvio
+    // (vuoti), qualunque sia ModoMaschera.
+    bool DaRiempire() const override { return true; }
+    void RiempiCampi() override;
+
 private:
-    void Form_Load();
     void Salva();
 };

@@ -7,6 +7,7 @@
 #include "support/piattaforma_script.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -23,31 +24,38 @@ public:
     MascheraProva()
     {
         setObjectName(QStringLiteral("FrmProva"));
-        AggiungiCampo(campo::Maiuscole, QStringLiteral("DENOMINAZIONE"), QStringLiteral("Denominazione"), 30);
-        AggiungiCampo(campo::Caratteri, QStringLiteral("CODICE"), QStringLiteral("Codice"), 30);
+        AggiungiCampo(campo::Maiuscole, "DENOMINAZIONE", "Denominazione", "Denominazione", 30);
+        AggiungiCampo(campo::Caratteri, "CODICE", "Codice", "Codice", 30);
         ImpostaFiltroCampo(campo::Caratteri, FiltroCampo::Caratteri, 0, false);
-        AggiungiCampo(campo::Intero, QStringLiteral("NUMERO"), QStringLiteral("Numero"), 11);
+        AggiungiCampo(campo::Intero, "NUMERO", "Numero", "Numero", 11);
         ImpostaFiltroCampo(campo::Intero, FiltroCampo::Intero);
-        AggiungiCampo(campo::Importo, QStringLiteral("IMPO"), QStringLiteral("Imponibile"), 15, GenereCampo::Importo);
+        // Dove l'etichetta differisce dal tooltip, i messaggi prendono il tooltip.
+        AggiungiCampo(campo::Importo, "IMPO", "Imponibile €", "Imponibile", 15, GenereCampo::Importo);
         ImpostaFiltroCampo(campo::Importo, FiltroCampo::Decimale, 2);
-        AggiungiCampo(campo::Data, QStringLiteral("DATA_FATT"), QStringLiteral("Data fattura"), 10, GenereCampo::Data);
+        AggiungiCampo(campo::Data, "DATA_FATT", "Data fattura", "Data fattura", 10, GenereCampo::Data);
         ImpostaFiltroCampo(campo::Data, FiltroCampo::Data);
-        AggiungiCampo(campo::Quantita, QStringLiteral("QTA_PROD"), QStringLiteral("Quantità"), 15, GenereCampo::Quantita);
+        AggiungiCampo(campo::Quantita, "QTA_PROD", "Quantità", "Quantità", 15, GenereCampo::Quantita);
         ImpostaFiltroCampo(campo::Quantita, FiltroCampo::Decimale, 4);
-        AggiungiCampo(campo::Libero, QStringLiteral("NOTE"), QStringLiteral("Note"), 50);
+        AggiungiCampo(campo::Libero, "NOTE", "Note", "Note", 50);
         ImpostaFiltroCampo(campo::Libero, FiltroCampo::Nessuno, 0, false);
-        AggiungiCampo(campo::Nome, QStringLiteral("NOME"), QStringLiteral("Nome"), 30);
+        AggiungiCampo(campo::Nome, "NOME", "Nome", "Nome", 30);
         ImpostaFiltroCampo(campo::Nome, FiltroCampo::Caratteri);
-        AggiungiCampo(campo::NumDomanda, QStringLiteral("DOMANDA"), QStringLiteral("Numero domanda"), 11,
-                      GenereCampo::NumeroDomanda);
-        AggiungiCampo(campo::Progressivo, QStringLiteral("PROGRESSIVO"), QStringLiteral("Progressivo"), 2,
+        AggiungiCampo(campo::NumDomanda, "DOMANDA", "Num. Domanda", "Domanda", 11, GenereCampo::NumeroDomanda);
+        AggiungiCampo(campo::Progressivo, "PROGRESSIVO", "Progressivo", "Progressivo domanda", 2,
                       GenereCampo::Progressivo);
-        AggiungiCampo(campo::ImportoLibero, QStringLiteral("IVA"), QStringLiteral("Iva"), 15, GenereCampo::Importo);
+        AggiungiCampo(campo::ImportoLibero, "IVA", "Iva", "Iva", 15, GenereCampo::Importo);
         AggiungiPulsantiStandard();
     }
 
     QList<int> clic;
     std::function<bool(int)> validazione;  // una validazione propria, al posto di quella di base
+    std::function<void(int)> azione;       // fatta a ogni clic su Cmddati, dopo quella di base
+    std::function<void()> riempi;          // RiempiCampi
+    int indiceHelp = 2;
+    int riempite = 0;
+
+    // Posa un controllo in più sotto i campi (la maschera lo registra a parte).
+    void Posa(QWidget* controllo) { areaCampi()->addWidget(controllo, areaCampi()->rowCount(), 1); }
 
 protected:
     bool TxtDati_Validate(int indice) override
@@ -58,6 +66,15 @@ protected:
     {
         clic << indice;
         SchermataRecord::Cmddati_Click(indice);
+        if (azione)
+            azione(indice);
+    }
+    int IndiceHelp() const override { return indiceHelp; }
+    void RiempiCampi() override
+    {
+        ++riempite;
+        if (riempi)
+            riempi();
     }
 };
 

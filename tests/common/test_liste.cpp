@@ -220,6 +220,33 @@ TEST_F(ProvaListe, LetturaAMetaNonBloccaIlDropTable)
     EXPECT_EQ(modello.Campo(1002, QStringLiteral("NUMERO_BOLLA")).testo(), QStringLiteral("999"));
 }
 
+// Come con "&" di Jet una parte Null della voce resta vuota e non annulla
+// tutta la voce; virgole e segni dentro parentesi e testi non dividono.
+TEST_F(ProvaListe, CaricaCmbUnaParteNullNonAnnullaLaVoce)
+{
+    db().Execute(QStringLiteral("INSERT INTO VARIETA VALUES (901, 'N1', NULL), (902, NULL, 'SOLO DESC'), (903, NULL, NULL)"));
+    const struct {
+        const char* espressione;
+        bool unisci;
+        QStringList voci;
+    } casi[] = {
+        {" CODI_PROD & ' '&  DESC_PROD ", false, {"N1", "SOLO DESC", ""}},
+        {"CODI_PROD || ' ' || DESC_PROD", false, {"N1", "SOLO DESC", ""}},
+        {"IFNULL(CODI_PROD, 'X') & '-' & DESC_PROD", false, {"N1-", "X-SOLO DESC", "X-"}},
+        {"'a,b&c||' & CODI_PROD", false, {"a,b&c||N1", "a,b&c||", "a,b&c||"}},
+        {"DESC_PROD, CODI_PROD & '/'", true, {"", "  N1/", "SOLO DESC", " SOLO DESC /", "", "  /"}},
+    };
+    QComboBox combo;
+    for (const auto& c : casi) {
+        CaricaCmb(&combo, QStringLiteral("VARIETA"), QString::fromLatin1(c.espressione),
+                  QStringLiteral("ID_VARIETA > 900"), false, QStringLiteral(" ORDER BY ID_VARIETA"), c.unisci, false);
+        QStringList voci;
+        for (int i = 0; i < combo.count(); ++i)
+            voci << combo.itemText(i);
+        EXPECT_EQ(voci, c.voci) << c.espressione;
+    }
+}
+
 TEST_F(ProvaListe, CaricaCmb)
 {
     QComboBox combo;

@@ -1,10 +1,18 @@
-// Le convenzioni delle maschere di record: selezione all'ingresso, Canc, F1,
-// validazione all'uscita dal campo, pulsanti e pulizia dei campi.
+// Le convenzioni delle maschere di record: etichette e tooltip, selezione
+// all'ingresso, Canc, F1, validazione all'uscita dal campo, pulsanti e
+// controlli registrati, caricamento, errori e pulizia dei campi.
 #include "common/aiuti_maschera.h"
 #include "maschera_prova.h"
+#include "shell/session_state.h"
+#include "store/database.h"
+#include "support/cartella_prova.h"
 #include "support/verifiche.h"
 
+#include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
+#include <QScreen>
+#include <QTableWidget>
 
 namespace {
 const MessaggioRegistrato DataNonValida{QStringLiteral("Data non valida"), StileMsg::Esclamativo, QString()};
@@ -19,6 +27,35 @@ TEST_F(ProvaMaschera, CancNonFaNullaInNessunCampo)
         QTest::keyClick(c, Qt::Key_Delete, Qt::ShiftModifier);
         EXPECT_EQ(c->text(), QStringLiteral("12")) << it.key();
         c->clear();  // "12" non è una data: il campo si lascia vuoto
+    }
+}
+
+// Il testo accanto al controllo è Lbldati(indice); il tooltip, che entra nei
+// messaggi, può essere un altro. Un campo o una combo posati dalla maschera
+// hanno l'etichetta nuova in Lbldati, o danno il testo a quella già lì.
+TEST_F(ProvaMaschera, EtichettaETooltipSeparati)
+{
+    auto* proprio = new QLineEdit(maschera.get());
+    maschera->RegistraCampo(21, proprio, "DATA_COMP", "Data introduzione", "Data di introduzione", 10);
+    maschera->Lbldati.insert(22, new QLabel(maschera.get()));
+    auto* provincia = new QComboBox(maschera.get());
+    maschera->RegistraCombo(maschera->cboProvincia, 22, provincia, "PROV", "Prov.", "Provincia");
+    const struct {
+        int indice;
+        QWidget* controllo;
+        QString etichetta, tooltip;
+    } casi[] = {
+        {campo::NumDomanda, Campo(campo::NumDomanda), "Num. Domanda", "Domanda"},
+        {campo::Importo, Campo(campo::Importo), "Imponibile €", "Imponibile"},
+        {20, maschera->AggiungiCombo(maschera->cboDomanda, 20, "TIPO_ARTICOLO", "Articolo", "Tipo Articolo"),
+         "Articolo", "Tipo Articolo"},
+        {21, proprio, "Data introduzione", "Data di introduzione"},
+        {22, provincia, "Prov.", "Provincia"},
+    };
+    for (const auto& c : casi) {
+        EXPECT_EQ(maschera->Lbldati[c.indice]->text(), c.etichetta);
+        EXPECT_EQ(maschera->Lbldati[c.indice]->buddy(), c.controllo);
+        EXPECT_EQ(c.controllo->toolTip(), c.tooltip);
     }
 }
 
@@ -108,6 +145,75 @@ TEST_F(ProvaMaschera, EsciEHelpNonAspettanoLaValidazione)
     EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
+// F1, in un campo o sulla maschera, è il clic sul pulsante d'aiuto della
+// maschera, qualunque sia il suo indice.
+TEST_F(ProvaMaschera, F1PremeIlPulsanteDAiutoDellaMaschera)
+{
+    for (const int indice : {2, 5}) {
+        maschera->indiceHelp = indice;
+        QTest::keyClick(Prepara(campo::Nome, QStringLiteral("X")), Qt::Key_F1);
+        QTest::keyClick(maschera.get(), Qt::Key_F1);
+    }
+    EXPECT_EQ(maschera->clic, (QList<int>{2, 2, 5, 5}));
+    EXPECT_EQ(aiuti, QStringList(2, QStringLiteral("FrmProva")));
+}
+
+// Un rifiuto fa perdere il clic anche ai controlli registrati a parte: una
+// casella di spunta, un pulsante di ricerca, una griglia (il clic arriva alla
+// sua area interna). Con la data valida il clic passa.
+TEST_F(ProvaMaschera, IlClicRifiutatoVaPersoSuiControlliRegistrati)
+{
+    auto* spunta = new QCheckBox(QStringLiteral("Approvazione anticipata"));
+    auto* cerca = new QPushButton(QStringLiteral("Cerca"));
+    auto* griglia = new QTableWidget(2, 1);
+    int cercato = 0;
+    QObject::connect(cerca, &QPushButton::clicked, [&] { ++cercato; });
+    for (QWidget* w : {static_cast<QWidget*>(spunta), static_cast<QWidget*>(cerca), static_cast<QWidget*>(griglia)}) {
+        maschera->Posa(w);
+        maschera->RegistraControllo(w);
+    }
+    maschera->adjustSize();
+    QCoreApplication::processEvents();
+    const auto stato = [&] { return QList<int>{spunta->isChecked(), cercato, griglia->currentRow()}; };
+    const QPoint rigaDue = griglia->visualRect(griglia->model()->index(1, 0)).center();
+    for (const bool valida : {false, true}) {
+        griglia->setCurrentCell(0, 0);
+        for (QWidget* w : {static_cast<QWidget*>(spunta), static_cast<QWidget*>(cerca), griglia->viewport()}) {
+            QLineEdit* data = Prepara(campo::Data, valida ? QStringLiteral("1/2/2005") : QStringLiteral("31/02/2005"));
+            if (!valida)
+                script->Rispondi(RispostaMsg::OK);
+            QTest::mouseClick(w, Qt::LeftButton, {}, w == griglia->viewport() ? rigaDue : QPoint());
+            QCoreApplication::processEvents();
+            EXPECT_EQ(QApplication::focusWidget() == data, !valida);
+        }
+        EXPECT_EQ(stato(), valida ? (QList<int>{1, 1, 1}) : (QList<int>{0, 0, 0}));
+    }
+    EXPECT_EQ(script->messaggi, Messaggi(3, DataNonValida));
+}
+
+// Il caricamento: titolo da TitoloMaschera (o quello proprio se è vuoto),
+// posizione sullo schermo, campi riempiti solo in modo "M".
+TEST_F(ProvaMaschera, CaricaMascheraTitoloPosizioneERiempimento)
+{
+    const struct {
+        const char *modo, *titolo, *atteso;
+        int riempite;
+    } casi[] = {{"M", "Domanda ", "Domanda ", 1}, {" m ", "Fattura", "Fattura", 1}, {"I", "", "Proprio", 0}};
+    for (const auto& c : casi) {
+        sessione().ModoMaschera = QString::fromLatin1(c.modo);
+        sessione().TitoloMaschera = QString::fromLatin1(c.titolo);
+        MascheraProva nuova;
+        nuova.setWindowTitle(QStringLiteral("Proprio"));
+        nuova.CaricaMaschera();
+        EXPECT_EQ(std::pair(nuova.windowTitle(), nuova.riempite), std::pair(QString::fromLatin1(c.atteso), c.riempite));
+        const QRect schermo = nuova.screen()->geometry();
+        const QSize misura = nuova.frameGeometry().size();
+        EXPECT_EQ(nuova.pos(), QPoint(schermo.left() + (schermo.width() - misura.width()) / 3,
+                                      schermo.top() + (schermo.height() - misura.height()) / 4));
+    }
+    sessione().Azzera();
+}
+
 TEST_F(ProvaMaschera, ValidazioneRidefinita)
 {
     maschera->validazione = [](int indice) {
@@ -129,7 +235,7 @@ TEST_F(ProvaMaschera, PulisciCampiRisparmiaITagEsclusiEDont)
     ImpostaTag(Campo(campo::Nome), QStringLiteral("dONT"));
     ImpostaTag(Campo(campo::Progressivo), QStringLiteral("tipo_articolo"));
     auto* articolo = maschera->AggiungiCombo(maschera->cboDomanda, 3, QStringLiteral("TIPO_ARTICOLO"),
-                                             QStringLiteral("Articolo"));
+                                             QStringLiteral("Articolo"), QStringLiteral("Tipo Articolo"));
     articolo->addItems({QStringLiteral("29"), QStringLiteral("30")});
     for (QLineEdit* c : maschera->TxtDati)
         c->setText(QStringLiteral("X"));
@@ -159,4 +265,67 @@ TEST(PosizionaForm, SchermoEPadre)
     const QRect schermo = figlia.screen()->geometry();
     EXPECT_EQ(figlia.pos(), QPoint(schermo.left() + (schermo.width() - 200) / 3,
                                    schermo.top() + (schermo.height() - 100) / 4));
+}
+
+// ------------------------------------------------------ matrici di controlli
+
+TEST(ArrayControlli, IndiceMancanteSollevaIl340SenzaInserire)
+{
+    QLabel due;
+    ArrayEtichette array;
+    array.insert(2, &due);
+    const ArrayEtichette& costante = array;
+    for (const int indice : {2, 1, -1}) {
+        const QString errore =
+            indice == 2 ? QString() : QStringLiteral("340 L'elemento %1 della matrice di controlli non esiste.").arg(indice);
+        EXPECT_EQ(ErroreDi([&] { EXPECT_EQ(array[indice], &due); }), errore);
+        EXPECT_EQ(ErroreDi([&] { EXPECT_EQ(costante[indice], &due); }), errore);
+    }
+    EXPECT_EQ(array.keys(), QList<int>{2});
+}
+
+// Un indice che non c'è, letto in un clic, nel caricamento o nella
+// validazione: l'errore 340 va al registro con l'etichetta della maschera e
+// la maschera resta aperta.
+class ErroriMaschera : public ProvaConDatabase {};
+
+TEST_F(ErroriMaschera, VannoAlRegistroConLEtichettaDellaMaschera)
+{
+    db();
+    MascheraProva maschera;
+    maschera.show();
+    maschera.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&maschera));
+    const auto mancante = [&] { maschera.TxtDati[99]->clear(); };
+    sessione().ModoMaschera = QStringLiteral("M");
+    QLineEdit* nome = maschera.TxtDati[campo::Nome];
+    const std::function<void()> eventi[] = {
+        [&] {
+            maschera.azione = [&](int) { mancante(); };
+            QTest::mouseClick(maschera.Cmddati[2], Qt::LeftButton);
+        },
+        [&] {
+            maschera.riempi = mancante;
+            maschera.CaricaMaschera();
+        },
+        [&] {
+            nome->setFocus();
+            maschera.validazione = [&](int) { return mancante(), false; };
+            QTest::keyClick(nome, Qt::Key_Tab);
+        },
+    };
+    const QString descrizione = QStringLiteral("L'elemento 99 della matrice di controlli non esiste.");
+    Messaggi attesi;
+    for (const auto& evento : eventi) {
+        script->Rispondi(RispostaMsg::OK);
+        evento();
+    }
+    for (const char* routine : {"Cmddati_Click", "Form_Load", "TxtDati_Validate"})
+        attesi.append({MessaggioLogErr(340, descrizione, QStringLiteral("FrmProva ") + QString::fromLatin1(routine)),
+                       StileMsg::Esclamativo, QStringLiteral("Gestione Errori")});
+    EXPECT_EQ(script->messaggi, attesi);
+    EXPECT_NE(QApplication::focusWidget(), nome);  // dopo l'errore il campo si lascia
+    EXPECT_EQ(Righe(db(), QStringLiteral("SELECT DESC_APPL, CODI_ERRO FROM LOGERR ORDER BY rowid")),
+              (QStringList{"FrmProva Cmddati_Click|00340", "FrmProva Form_Load|00340", "FrmProva TxtDati_Validate|00340"}));
+    maschera.validazione = nullptr;
 }
