@@ -90,11 +90,12 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
         campo->setMinimumWidth(d.indice == 3 ? 170 : 110);
         auto* lbl = new QLabel(QString::fromUtf8(d.etichetta), Frame1);
         lbl->setBuddy(campo);
-        Lbldati[d.indice] = lbl;
+        Lbldati.insert(d.indice, lbl);
         g1->addWidget(lbl, d.riga, d.colonna);
         g1->addWidget(campo, d.riga, d.colonna + 1);
         // Campi solo da vedere: la lunghezza massima taglierebbe il testo mostrato.
-        RegistraCampo(d.indice, campo, QString::fromUtf8(d.tag), QString::fromUtf8(d.tooltip), 0);
+        RegistraCampo(d.indice, campo, QString::fromUtf8(d.tag), QString::fromUtf8(d.etichetta),
+                      QString::fromUtf8(d.tooltip), 0);
     }
     for (int c : {1, 3, 5})
         g1->setColumnStretch(c, 1);
@@ -109,13 +110,14 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
         campo->setObjectName(QStringLiteral("TxtDati_%1").arg(d.indice));
         auto* lbl = new QLabel(QString::fromUtf8(d.etichetta), Frame2);
         lbl->setBuddy(campo);
-        Lbldati[d.indice] = lbl;
+        Lbldati.insert(d.indice, lbl);
         g2->addWidget(lbl, d.riga, d.colonna);
         // Codice fiscale e denominazione occupano la riga intera.
         const int larghezza = d.riga <= 1 ? 3 : 1;
         g2->addWidget(campo, d.riga, d.colonna + 1, 1, larghezza);
         const QString tooltip = QString::fromUtf8(d.tooltip ? d.tooltip : d.etichetta);
-        RegistraCampo(d.indice, campo, QString::fromUtf8(d.tag), tooltip, d.lunghezza, d.genere);
+        RegistraCampo(d.indice, campo, QString::fromUtf8(d.tag), QString::fromUtf8(d.etichetta), tooltip, d.lunghezza,
+                      d.genere);
         ImpostaFiltroCampo(d.indice, d.filtro, d.decimali);
         ordine << campo;
         if (d.indice == 4) {
@@ -126,16 +128,18 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
             CmdTrovadenominazione->setFixedWidth(32);
             g2->addWidget(CmdTrovadenominazione, 0, 5);
             connect(CmdTrovadenominazione, &QPushButton::clicked, this, [this] { TrovaDenominazione(); });
+            RegistraControllo(CmdTrovadenominazione);
             ordine << CmdTrovadenominazione;
         }
         if (d.indice == 9) {
             auto* combo = new QComboBox(Frame2);
             combo->setObjectName(QStringLiteral("cboProdotto_10"));
-            auto* lblCombo = new QLabel(QStringLiteral("Prodotto lavorato"), Frame2);
-            lblCombo->setBuddy(combo);
+            auto* lblCombo = new QLabel(Frame2);
+            Lbldati.insert(10, lblCombo);
             g2->addWidget(lblCombo, 4, 0);
             g2->addWidget(combo, 4, 1, 1, 3);
-            RegistraCombo(cboProdotto, 10, combo, QStringLiteral("ID_LAVORAZIONE"), QStringLiteral("Prodotto lavorato"));
+            RegistraCombo(cboProdotto, 10, combo, QStringLiteral("ID_LAVORAZIONE"), QStringLiteral("Prodotto lavorato"),
+                          QStringLiteral("Prodotto lavorato"));
             ordine << combo;
         }
     }
@@ -154,7 +158,6 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
         setTabOrder(ordine.at(i - 1), ordine.at(i));
 
     // Caricamento.
-    PosizionaForm(this, true, nullptr);
     PulisciCampi(this, QStringLiteral("*TIPO_ARTICOLO*"));
     CaricaCmb(cboProdotto.value(10), QStringLiteral("lavorazioni"), QStringLiteral("CODI_LAVO || ' ' || desc_LAVO"),
               QString(), false, QStringLiteral(" ORDER BY codi_lavo "), false, false);
@@ -164,12 +167,26 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
     TxtDati.value(2)->setText(d.TIPO_ARTICOLO);
     TxtDati.value(3)->setText(d.PRODOTTO);
     TxtDati.value(20)->setText(d.CAMPAGNA);
-    const QString modo = sessione().ModoMaschera.toUpper().trimmed();
-    if (modo == QLatin1String("M") || modo == QLatin1String("I1"))
-        MetodiFatture(ModoFattura::Carica);
+    CaricaMaschera();
 }
 
 FrmFattura::~FrmFattura() = default;
+
+QString FrmFattura::Didascalia() const { return QStringLiteral("Fattura"); }
+
+bool FrmFattura::DaRiempire() const
+{
+    // "I1" è accolto anche se nessuna maschera lo imposta.
+    const QString modo = sessione().ModoMaschera.toUpper().trimmed();
+    return modo == QLatin1String("M") || modo == QLatin1String("I1");
+}
+
+void FrmFattura::RiempiCampi() { MetodiFatture(ModoFattura::Carica); }
+
+QString FrmFattura::EtichettaErrore(const QString& routine) const
+{
+    return routine == QLatin1String("Cmddati_Click") ? EtichettaClick : SchermataRecord::EtichettaErrore(routine);
+}
 
 bool FrmFattura::InModifica() const { return sessione().ModoMaschera.toUpper().trimmed() == QLatin1String("M"); }
 

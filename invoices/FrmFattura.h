@@ -29,6 +29,10 @@ public:
     QString NomeMaschera() const override;
 
 protected:
+    QString Didascalia() const override;
+    bool DaRiempire() const override;
+    void RiempiCampi() override;
+    QString EtichettaErrore(const QString& routine) const override;
     void TxtDati_KeyPress(int indice, int& KeyAscii) override;
     void Cmddati_Click(int indice) override;
     void closeEvent(QCloseEvent* evento) override;

@@ -63,6 +63,7 @@ frmBolleConsegne::frmBolleConsegne(QWidget* genitore) : SchermataRecord(genitore
     tdbgBolle->setModel(datBolle);
     auto* lg = new QVBoxLayout(griglia);
     lg->addWidget(tdbgBolle);
+    RegistraControllo(tdbgBolle);
 
     auto* dettaglio = new QGroupBox(QStringLiteral("Dettaglio Bolla di consegna"), this);
     dettaglio->setObjectName(QStringLiteral("fraGriglia_1"));
@@ -88,12 +89,12 @@ frmBolleConsegne::frmBolleConsegne(QWidget* genitore) : SchermataRecord(genitore
         campo->setObjectName(QStringLiteral("TxtDati_%1").arg(c.indice));
         auto* lbl = new QLabel(QString::fromUtf8(c.etichetta), dettaglio);
         lbl->setBuddy(campo);
-        Lbldati[c.indice] = lbl;
+        Lbldati.insert(c.indice, lbl);
         gd->addWidget(lbl, c.riga, c.colonna);
         gd->addWidget(campo, c.riga, c.colonna + 1);
         // Il Tag dei primi tre campi è QTA_PROD per tutti, e non si usa.
         RegistraCampo(c.indice, campo, c.indice <= 3 ? QStringLiteral("QTA_PROD") : QString(),
-                      QString::fromUtf8(c.etichetta), c.lunghezza, c.genere);
+                      QString::fromUtf8(c.etichetta), QString::fromUtf8(c.etichetta), c.lunghezza, c.genere);
         ImpostaFiltroCampo(c.indice, c.filtro, 4);
     }
     // I campi della fattura di trasporto non si vedono mai: le colonne restano
@@ -113,9 +114,18 @@ frmBolleConsegne::frmBolleConsegne(QWidget* genitore) : SchermataRecord(genitore
     AggiungiPulsante(3, QStringLiteral("Cancella"));
     AggiungiPulsante(2, QStringLiteral("Esci"), false);
 
-    PosizionaForm(this, false, genitore);
     MostraGriglia(true);
     Aggiorna();
+    CaricaMaschera();
+    // Sopra la fattura che la apre.
+    PosizionaForm(this, false, genitore);
+}
+
+QString frmBolleConsegne::Didascalia() const { return QStringLiteral("Bolle consegne"); }
+
+QString frmBolleConsegne::EtichettaErrore(const QString& routine) const
+{
+    return routine == QLatin1String("Cmddati_Click") ? EtichettaClick : SchermataRecord::EtichettaErrore(routine);
 }
 
 frmBolleConsegne::~frmBolleConsegne() = default;

@@ -37,10 +37,16 @@ public:
     void SommaBolle(qint64 idBolla);
     double SommaAltreBolle() const { return m_sommaAltreBolle; }
 
-    QMap<int, QGroupBox*> fraGriglia;
+    ArrayControlli<QGroupBox> fraGriglia;
     QTableView* tdbgBolle = nullptr;
 
 protected:
+    QString Didascalia() const override;
+    // Nessun record da riempire: le bolle si leggono dalla chiave della fattura.
+    bool DaRiempire() const override { return false; }
+    QString EtichettaErrore(const QString& routine) const override;
+    // Niente aiuto su questa maschera: il pulsante 2 è "Esci".
+    void TastoF1() override {}
     bool TxtDati_Validate(int indice) override;
     void Cmddati_Click(int indice) override;
     void closeEvent(QCloseEvent* evento) override;

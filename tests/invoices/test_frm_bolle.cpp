@@ -106,6 +106,9 @@ TEST_F(ProvaBolle, DueFacce)
     EXPECT_EQ(faccia(), QStringLiteral("dettaglio: Salva Esci"));
     EXPECT_EQ(QApplication::focusWidget(), Campo(1));
     EXPECT_FALSE(Campo(5)->isVisible() || Campo(6)->isVisible());
+    // F1 non preme il pulsante 2, che qui è Esci.
+    QTest::keyClick(Campo(1), Qt::Key_F1);
+    EXPECT_EQ(faccia(), QStringLiteral("dettaglio: Salva Esci"));
     // Esci dal dettaglio torna alla griglia senza salvare.
     Campo(1)->setText(QStringLiteral("B1"));
     Premi(2);
