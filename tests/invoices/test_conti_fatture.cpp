@@ -81,11 +81,4 @@ TEST(ContiFatture, SommaDelleBolleControIlDistillato)
     }
 }
 
-TEST(ContiFatture, DataDalMinimo)
-{
-    EXPECT_EQ(DataDaMinimo(QStringLiteral("20051231")), QStringLiteral("31/12/2005"));
-    EXPECT_EQ(DataDaMinimo(QStringLiteral("  ")), QString());
-    EXPECT_EQ(DataDaMinimo(QString()), QString());
-}
-
 }  // namespace

@@ -113,13 +113,11 @@ TEST_F(ProvaFrmFattura, CampiObbligatoriEMessaggi)
         {4, "", "Codice fiscale o partita iva errato. ", 4},
         {4, "01234567890", "Codice fiscale o partita iva errato. ", 4},
         {5, " ", "Denominazione campo obbligatorio. ", 5},
-        {6, "", "Numero della fattura campo obbligatorio. ", 6},
         {7, "", "Data della fattura campo obbligatorio. ", 7},
         // Senza bolle la fattura nuova non ha la data di introduzione.
         {8, "", "Data di introduzione campo obbligatorio. ", 8},
         {9, "", "Data pagamento campo obbligatorio. ", 9},
         {11, "", "Prezzo Unitario al grado campo obbligatorio. ", 11},
-        {12, "0", "Grado campo obbligatorio. ", 12},
         {13, ",0", "Prodotto Ql/Hl campo obbligatorio. ", 13},
         {15, "", "Imponibile campo obbligatorio. ", 15},
         {17, "0", "Importo campo obbligatorio. ", 17},

@@ -1,5 +1,6 @@
 // L'elenco delle fatture della domanda: dettagli che seguono il cursore,
 // totale, ordinamento, Nuovo, Modifica con la copia delle bolle, Cancella.
+#include "common/aiuto.h"
 #include "invoices/FrmFattura.h"
 #include "invoices/FrmSelezionaFatture.h"
 #include "invoices/registra_fatture.h"
@@ -89,9 +90,15 @@ TEST_F(ProvaElenco, DettagliTotaleEOrdinamento)
     EXPECT_EQ(script->messaggi, Messaggi{});
 }
 
-TEST_F(ProvaElenco, SenzaSelezioneRifiuta)
+TEST_F(ProvaElenco, SenzaSelezioneRifiutaEF1Aiuta)
 {
+    QStringList aiuti;
+    const FunzioneHelp prima = ImpostaMostraHelp([&](const QString& nome) { aiuti << nome; });
     Apri();
+    QTest::keyClick(Griglia(), Qt::Key_F1);
+    Premi(0);
+    ImpostaMostraHelp(prima);
+    EXPECT_EQ(aiuti, QStringList(2, QStringLiteral("FRMSELEZIONE_SELFAT")));
     Griglia()->clearSelection();
     Premi(2);
     Premi(4);
