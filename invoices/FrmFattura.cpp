@@ -185,7 +185,8 @@ void FrmFattura::RiempiCampi() { MetodiFatture(ModoFattura::Carica); }
 
 QString FrmFattura::EtichettaErrore(const QString& routine) const
 {
-    return routine == QLatin1String("Cmddati_Click") ? EtichettaClick : SchermataRecord::EtichettaErrore(routine);
+    // Il nome della maschera qui è l'argomento dell'aiuto: l'etichetta usa quello vero.
+    return routine == QLatin1String("Cmddati_Click") ? EtichettaClick : objectName() + QLatin1Char(' ') + routine;
 }
 
 bool FrmFattura::InModifica() const { return sessione().ModoMaschera.toUpper().trimmed() == QLatin1String("M"); }
