@@ -1,5 +1,6 @@
 #include "shell/registro_maschere.h"
 
+#include "deliveries/registra_conferimenti_utf.h"
 #include "invoices/registra_fatture.h"
 #include "shell/registra_distilleria.h"
 
@@ -71,5 +72,6 @@ void RegistraMaschereDelSistema()
     //   RegistraMaschera(QStringLiteral("FrmSelezione"), [](QWidget*) { return new FrmSelezione; });
     //   RegistraMaschera(QStringLiteral("FrmHelp"), [](QWidget* g) { return new FrmHelp(g); }, Apertura::Modale);
     RegistraMaschereDistilleria();
+    RegistraMaschereConferimentiUtf();
     RegistraMaschereFatture();
 }
