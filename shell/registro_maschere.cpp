@@ -4,6 +4,7 @@
 #include "deliveries/registra_domande_produttori.h"
 #include "deliveries/registra_produttore.h"
 #include "invoices/registra_domande.h"
+#include "invoices/registra_fatture.h"
 #include "printing/registra_stampe.h"
 #include "shell/registra_distilleria.h"
 
@@ -80,4 +81,5 @@ void RegistraMaschereDelSistema()
     RegistraMaschereProduttore();
     RegistraMaschereDomande();
     RegistraMaschereDomandeProduttori();
+    RegistraMaschereFatture();
 }
