@@ -412,6 +412,9 @@ void RipristinaArchivio(const QString& archivio, const QString& cartellaDatabase
     try {
         VerificaDatabase(database);
     } catch (const ErroreSistema&) {
+        // Il giornale lasciato dal tentativo non deve finire sul vecchio.
+        for (const char* coda : {"-wal", "-shm"})
+            QFile::remove(database + QLatin1String(coda));
         if (esisteva)
             Rinomina(precedente, database);
         throw ErroreSistema(CodiciErrore::FormatoNonRiconosciuto,

@@ -11,6 +11,7 @@
 #include "store/database.h"
 #include "support/cartella_prova.h"
 #include "support/verifiche.h"
+#include "sola_lettura.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -24,10 +25,6 @@
 #include <gtest/gtest.h>
 #include <zip.h>
 
-#include <fcntl.h>
-#include <linux/fs.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -57,29 +54,6 @@ QByteArray Contenuto(const QString& percorso)
     QFile f(percorso);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
-
-// Cartella in cui non si scrive né si cancella, anche per root (immutabile).
-class SolaLettura {
-public:
-    explicit SolaLettura(const QString& cartella) : m_cartella(cartella) { Imposta(true); }
-    ~SolaLettura() { Imposta(false); }
-
-private:
-    void Imposta(bool attiva)
-    {
-        QFile::setPermissions(m_cartella, attiva ? QFile::ReadOwner | QFile::ExeOwner
-                                                 : QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        const int fd = ::open(QFile::encodeName(m_cartella).constData(), O_RDONLY);
-        int attributi = 0;
-        if (fd >= 0 && ::ioctl(fd, FS_IOC_GETFLAGS, &attributi) == 0) {
-            attributi = attiva ? attributi | FS_IMMUTABLE_FL : attributi & ~FS_IMMUTABLE_FL;
-            ::ioctl(fd, FS_IOC_SETFLAGS, &attributi);
-        }
-        if (fd >= 0)
-            ::close(fd);
-    }
-    QString m_cartella;
-};
 
 class Archivio : public ProvaConDatabase {
 protected:

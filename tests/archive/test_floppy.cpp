@@ -4,16 +4,13 @@
 #include "shell/session_state.h"
 #include "support/cartella_prova.h"
 #include "support/verifiche.h"
+#include "sola_lettura.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <linux/fs.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -21,21 +18,6 @@ using namespace Qt::StringLiterals;
 
 enum class Disco { Assente, Vuoto, ConFile, Protetto };
 enum class Routine { Vuoto, File, Inserito };
-
-// Rende la cartella immutabile (nemmeno root vi cancella) per la durata.
-void Immutabile(const QString& cartella, bool attiva)
-{
-    const int fd = ::open(QFile::encodeName(cartella).constData(), O_RDONLY);
-    int attributi = 0;
-    if (fd >= 0 && ::ioctl(fd, FS_IOC_GETFLAGS, &attributi) == 0) {
-        attributi = attiva ? attributi | FS_IMMUTABLE_FL : attributi & ~FS_IMMUTABLE_FL;
-        ::ioctl(fd, FS_IOC_SETFLAGS, &attributi);
-    }
-    if (fd >= 0)
-        ::close(fd);
-    QFile::setPermissions(cartella, attiva ? QFile::ReadOwner | QFile::ExeOwner
-                                           : QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
 
 const MessaggioRegistrato Svuotare{u"Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"_s, 35,
                                    u"Controllo floppy "_s};
