@@ -75,9 +75,8 @@ void Rinomina(const QString& da, const QString& a)
     std::filesystem::rename(Fs(da), Fs(a), ec);
     if (ec)
         throw ErroreSistema(CodiciErrore::AccessoPercorso,
-                            QStringLiteral("Impossibile rinominare '%1' in '%2': %3")
-                                .arg(QDir::toNativeSeparators(da), QDir::toNativeSeparators(a),
-                                     QString::fromLocal8Bit(ec.message().c_str())));
+                            QStringLiteral("Impossibile rinominare '%1' in '%2'.")
+                                .arg(QDir::toNativeSeparators(da), QDir::toNativeSeparators(a)));
     SuDisco(QFileInfo(a).absolutePath());
 }
 
@@ -223,12 +222,14 @@ public:
 private:
     [[noreturn]] void Errore()
     {
-        const QString testo = m_file.errorString();
+        const bool apertura = m_file.error() == QFileDevice::OpenError;
         const QString percorso = m_file.fileName();
         m_file.close();
         QFile::remove(percorso);
-        throw ErroreSistema(CodiciErrore::AccessoPercorso, QStringLiteral("Impossibile scrivere '%1': %2")
-                                                               .arg(QDir::toNativeSeparators(percorso), testo));
+        throw ErroreSistema(apertura ? CodiciErrore::AccessoPercorso : CodiciErrore::DiscoPieno,
+                            (apertura ? QStringLiteral("Impossibile scrivere '%1': cartella o disco protetti in scrittura.")
+                                      : QStringLiteral("Impossibile scrivere '%1': disco pieno o supporto tolto."))
+                                .arg(QDir::toNativeSeparators(percorso)));
     }
     QFile m_file;
 };
