@@ -24,6 +24,18 @@ inline void Immutabile(const QString& cartella, bool attiva)
         ::close(fd);
 }
 
+// Vero se nella cartella non si crea davvero un file (su un file system che
+// non conosce l'attributo immutabile root scrive comunque: la prova si salta).
+inline bool ScritturaNegata(const QString& cartella)
+{
+    QFile prova(cartella + QStringLiteral("/.prova"));
+    if (!prova.open(QIODevice::WriteOnly))
+        return true;
+    prova.close();
+    prova.remove();
+    return false;
+}
+
 class SolaLettura {
 public:
     explicit SolaLettura(QString cartella) : m_cartella(std::move(cartella)) { Immutabile(m_cartella, true); }

@@ -85,8 +85,13 @@ TEST(Floppy, OgniDiscoEOgniRisposta)
             QFile f(floppy + u"/domanda.txt"_s);
             ASSERT_TRUE(f.open(QIODevice::WriteOnly));
         }
-        if (c.disco == Disco::Protetto)
+        if (c.disco == Disco::Protetto) {
             Immutabile(floppy, true);
+            if (!ScritturaNegata(floppy)) {
+                Immutabile(floppy, false);
+                continue;  // qui la cartella non si protegge
+            }
+        }
         script.risposte.append(c.risposte);
         bool risultato = false;
         switch (c.routine) {
