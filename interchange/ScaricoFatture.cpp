@@ -1,0 +1,56 @@
+#include "interchange/ScaricoFatture.h"
+
+#include "common/liste.h"
+#include "interchange/FileFornitura.h"
+#include "interchange/RigaDati.h"
+#include "interchange/ScaricoComune.h"
+#include "interchange/TracciatoFatture.h"
+#include "shell/session_state.h"
+#include "store/database.h"
+
+namespace {
+
+// Record 0, una riga 1 per fattura (query SCARICO), una riga 2 per bolla
+// (query SCARICO2), record 9.
+bool ScriviFatture(ScritturaFornitura& file, const QString& numero)
+{
+    TracciatoFatture::Scarico scarico;
+    scarico.NumeroScarico = numero;
+    file.Print(scarico.TRACCIATO_0());
+
+    const IstruzioneSql fatture = QueryListaDomande(QStringLiteral("SCARICO"));
+    Recordset rs = Db().OpenRecordset(fatture.testo, fatture.parametri);
+    scarico.ContaFatture = 0;
+    const DatiDistilleria& distilleria = sessione().DistilleriaDati;
+    for (const RigaRecordset riga(rs); !rs.eof(); rs.MoveNext()) {
+        ++scarico.ContaFatture;
+        file.Print(scarico.TRACCIATO_1(riga, distilleria));
+    }
+    rs.Close();
+
+    const IstruzioneSql bolle = QueryListaDomande(QStringLiteral("SCARICO2"));
+    Recordset rs2 = Db().OpenRecordset(bolle.testo, bolle.parametri);
+    scarico.ContaBolle = 0;
+    for (const RigaRecordset riga(rs2); !rs2.eof(); rs2.MoveNext()) {
+        ++scarico.ContaBolle;
+        file.Print(scarico.TRACCIATO_2(riga));
+    }
+    rs2.Close();
+
+    file.Print(scarico.TRACCIATO_9());
+    return true;
+}
+
+int SegnaDomandaScaricata()
+{
+    return Db().Execute(
+        QStringLiteral("UPDATE DOMANDE SET SCAR =  'S',PROG_INVIO = PROG_INVIO + 1  where ID_domanda = ?"),
+        {sessione().DomandaSel.ID_DOMANDA});
+}
+
+}  // namespace
+
+bool ScaricaDomanda(const QString& cartella)
+{
+    return EseguiScarico(cartella, RamoScarico{TagFatturazione, ScriviFatture, SegnaDomandaScaricata});
+}
