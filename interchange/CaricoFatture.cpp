@@ -4,6 +4,7 @@
 #include "common/log_errori.h"
 #include "common/piattaforma.h"
 #include "common/testo.h"
+#include "interchange/CursoreSqlite.h"
 #include "interchange/Destinazioni.h"
 #include "interchange/FileFornitura.h"
 #include "interchange/ScaricoComune.h"
@@ -36,53 +37,6 @@ struct Scarto {
     QString Motivo;
 };
 
-// Istruzione preparata una volta e ripetuta per ogni riga, direttamente sul
-// motore: i carichi grandi scrivono a velocità vicina a quella di SQLite nudo.
-class Inserimento {
-public:
-    Inserimento(sqlite3* db, const char* sql) : m_db(db)
-    {
-        if (sqlite3_prepare_v2(db, sql, -1, &m_stmt, nullptr) != SQLITE_OK)
-            Errore();
-    }
-    ~Inserimento() { sqlite3_finalize(m_stmt); }
-    Inserimento(const Inserimento&) = delete;
-    Inserimento& operator=(const Inserimento&) = delete;
-
-    Inserimento& Testo(const QString& valore)
-    {
-        const QByteArray utf8 = valore.toUtf8();
-        sqlite3_bind_text(m_stmt, ++m_indice, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
-        return *this;
-    }
-    Inserimento& Intero(qint64 valore)
-    {
-        sqlite3_bind_int64(m_stmt, ++m_indice, valore);
-        return *this;
-    }
-    // Esegue e restituisce la nuova chiave.
-    qint64 Esegui()
-    {
-        m_indice = 0;
-        const int esito = sqlite3_step(m_stmt);
-        sqlite3_reset(m_stmt);
-        if (esito != SQLITE_DONE)
-            Errore(esito);
-        return sqlite3_last_insert_rowid(m_db);
-    }
-
-private:
-    [[noreturn]] void Errore(int codice = 0)
-    {
-        if (codice == 0)
-            codice = sqlite3_errcode(m_db);
-        throw ErroreSistema(3000 + (codice & 0xff), QString::fromUtf8(sqlite3_errmsg(m_db)));
-    }
-    sqlite3* m_db;
-    sqlite3_stmt* m_stmt = nullptr;
-    int m_indice = 0;
-};
-
 // Transazione del carico: confermata all'uscita in ogni caso.
 class TransazioneConfermata {
 public:
@@ -109,6 +63,40 @@ QString Chiave(const QString& a, const QString& b, const QString& c = QString())
 {
     return a + QChar(0x1f) + b + QChar(0x1f) + c;
 }
+
+// Le bolle di una fattura: quelle della sua domanda con lo stesso numero di
+// fattura, codice fiscale e numero di domanda, nell'ordine del file. Una
+// domanda normale si scorre; una con migliaia di fatture e bolle passa per
+// un indice, così il carico resta lineare.
+class BollePerFattura {
+public:
+    explicit BollePerFattura(const DomandaCarico& d) : m_domanda(d)
+    {
+        if (d.Bolle.size() * d.Fatture.size() <= SogliaIndice)
+            return;
+        for (qsizetype k = 1; k < d.Bolle.size(); ++k) {
+            const BollaCarico& b = d.Bolle.at(k);
+            m_indice[Chiave(b.NUME_FATT, b.CODI_FISC, b.DOMANDA)].append(k);
+        }
+    }
+    QList<qsizetype> Di(const FatturaCarico& f) const
+    {
+        if (!m_indice.isEmpty() || m_domanda.Bolle.size() * m_domanda.Fatture.size() > SogliaIndice)
+            return m_indice.value(Chiave(f.NUME_FATT, f.CODI_FISC, f.DOMANDA));
+        QList<qsizetype> sue;
+        for (qsizetype k = 1; k < m_domanda.Bolle.size(); ++k) {
+            const BollaCarico& b = m_domanda.Bolle.at(k);
+            if (b.NUME_FATT == f.NUME_FATT && b.CODI_FISC == f.CODI_FISC && b.DOMANDA == f.DOMANDA)
+                sue.append(k);
+        }
+        return sue;
+    }
+
+private:
+    static constexpr qsizetype SogliaIndice = 4096;
+    const DomandaCarico& m_domanda;
+    QHash<QString, QList<qsizetype>> m_indice;
+};
 
 class CaricoFornitura {
 public:
@@ -170,10 +158,10 @@ void CaricoFornitura::BATTONCARICA(const QString& percorsoFile)
     Clessidra(true);
     try {
         FileCopy(percorsoFile, copia);
-        LetturaFornitura file(copia);
         bool giaCaricata = false;
         qint64 letti = 0;
-        while (!file.eof()) {
+        // La copia si chiude prima di essere cancellata.
+        for (LetturaFornitura file(copia); !file.eof();) {
             const QString riga = file.LineInput();
             if (riga.size() != LunghezzaRecord) {
                 MsgBox(QStringLiteral("Il tracciato a una lunghezza di tipo record errata.") + ACapo +
@@ -236,10 +224,11 @@ bool CaricoFornitura::Controllodati()
         // Le tabelle di riferimento non cambiano durante il carico.
         QHash<QString, QString> varieta, lavorazioni;
 
+        // ctrlCloni su DOMANDE, preparata una volta per tutte le domande.
+        Istruzione giaInArchivio(Db().handle(), QStringLiteral("select * from DOMANDE where domanda = ? and progressivo = ?"));
         for (qsizetype i = 1; i < domande.size(); ++i) {
             DomandaCarico& d = domande[i];
-            if (ctrlCloni(QStringLiteral("DOMANDE"), QStringLiteral(" where domanda = ? and progressivo = ?"),
-                          {d.DOMANDA, d.PROGRESSIVO})) {
+            if (giaInArchivio.Testo(d.DOMANDA).Testo(d.PROGRESSIVO).TrovaRiga()) {
                 ValoreScarto(QStringLiteral("Num. Domanda e Progressivo sono già caricati in archivio."), d.DOMANDA,
                              d.PROGRESSIVO, QString(), QString());
             } else if (VerificaCloniDomnadaInArray(d.DOMANDA, d.PROGRESSIVO)) {
@@ -344,14 +333,14 @@ bool CaricoFornitura::AllineaDB()
         TransazioneConfermata transazione;
         try {
             sqlite3* h = Db().handle();
-            Inserimento domanda(h, "INSERT INTO DOMANDE (DOMANDA, PROGRESSIVO, TIPO_ARTICOLO, ID_VARIETA, STAM, SCAR,"
-                                   " DATA_CAMP) VALUES (?, ?, ?, ?, 'N', 'N', ?)");
-            Inserimento fattura(h, "INSERT INTO FATTURE (ID_DOMANDA, ID_LAVORAZIONE, NUME_FATT, CODI_FISC,"
+            Istruzione domanda(h, QStringLiteral("INSERT INTO DOMANDE (DOMANDA, PROGRESSIVO, TIPO_ARTICOLO, ID_VARIETA, STAM, SCAR,"
+                                   " DATA_CAMP) VALUES (?, ?, ?, ?, 'N', 'N', ?)"));
+            Istruzione fattura(h, QStringLiteral("INSERT INTO FATTURE (ID_DOMANDA, ID_LAVORAZIONE, NUME_FATT, CODI_FISC,"
                                    " DENOMINAZIONE, DATA_FATT, QTA_PROD, GRAD, PREZ_MINI, IMPO, IVA, IMPO_TOTA,"
                                    " DATA_PAGA, DATA_COMP, QTA_LAVO) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?,"
-                                   " ?, ?)");
-            Inserimento bolla(h, "INSERT INTO BOLLE (FK_ID_FATTURA, NUMERO_BOLLA, DATA_CONSEGNA, QUANTITA_PRODOTTO,"
-                                 " GRADO, DATA_PAGA) VALUES (?, ?, ?, ?, ?, ?)");
+                                   " ?, ?)"));
+            Istruzione bolla(h, QStringLiteral("INSERT INTO BOLLE (FK_ID_FATTURA, NUMERO_BOLLA, DATA_CONSEGNA, QUANTITA_PRODOTTO,"
+                                 " GRADO, DATA_PAGA) VALUES (?, ?, ?, ?, ?, ?)"));
             const QString campagna = m_carico.Fornitura.CAMPAGNA;
             qint64 scritte = 0;
             for (qsizetype i = 1; i < m_carico.Domande.size(); ++i) {
@@ -362,17 +351,13 @@ bool CaricoFornitura::AllineaDB()
                                              .Intero(d.ID_VARIETA.toLongLong())
                                              .Testo(campagna)
                                              .Esegui();
-                // Bolle della domanda per fattura, numero e codice fiscale.
-                QHash<QString, QList<qsizetype>> bollePerFattura;
-                for (qsizetype k = 1; k < d.Bolle.size(); ++k) {
-                    const BollaCarico& b = d.Bolle.at(k);
-                    bollePerFattura[Chiave(b.NUME_FATT, b.CODI_FISC, b.DOMANDA)].append(k);
-                }
+                const BollePerFattura bollePerFattura(d);
                 for (qsizetype j = 1; j < d.Fatture.size(); ++j) {
                     const FatturaCarico& f = d.Fatture.at(j);
-                    const QList<qsizetype> sue = bollePerFattura.value(Chiave(f.NUME_FATT, f.CODI_FISC, f.DOMANDA));
+                    const QList<qsizetype> sue = bollePerFattura.Di(f);
                     // La data di introduzione è la consegna della prima bolla.
                     const QString dataComp = sue.isEmpty() ? QString() : d.Bolle.at(sue.first()).DATA_CONSEGNA;
+                    const QString prezzo = f.PREZ_MINI.trimmed();
                     const qint64 idFattura = fattura.Intero(idDomanda)
                                                  .Intero(f.ID_LAVORAZIONE.toLongLong())
                                                  .Testo(f.NUME_FATT)
@@ -381,7 +366,7 @@ bool CaricoFornitura::AllineaDB()
                                                  .Testo(f.DATA_FATT)
                                                  .Testo(f.QTA_PROD)
                                                  .Testo(f.GRAD)
-                                                 .Testo(f.PREZ_MINI.trimmed())
+                                                 .Testo(prezzo)
                                                  .Testo(f.IMPO)
                                                  .Testo(f.IVA)
                                                  .Testo(f.IMPO_TOTA)

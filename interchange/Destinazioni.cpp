@@ -156,22 +156,16 @@ bool Chk_Disk()
 
 void FileCopy(const QString& sorgente, const QString& destinazione)
 {
-    QFile da(sorgente);
-    if (!da.open(QIODevice::ReadOnly))
+    if (!QFileInfo(sorgente).isFile())
         throw ErroreSistema(CodiciErrore::FileNonTrovatoRuntime);
-    const QFileInfo info(destinazione);
-    if (!info.absoluteDir().exists())
+    if (!QFileInfo(destinazione).absoluteDir().exists())
         throw ErroreSistema(CodiciErrore::PercorsoNonTrovato);
-    QFile a(destinazione);
-    if (!a.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    // La copia del sistema (senza passare i byte per il programma); la
+    // destinazione che c'è già si sostituisce.
+    if (QFileInfo::exists(destinazione) && !QFile::remove(destinazione))
         throw ErroreSistema(CodiciErrore::AccessoPercorso);
-    const QByteArray dati = da.readAll();
-    const bool scritto = a.write(dati) == dati.size() && a.flush();
-    a.close();
-    if (!scritto) {
-        QFile::remove(destinazione);
-        throw ErroreSistema(CodiciErrore::DiscoPieno);
-    }
+    if (!QFile::copy(sorgente, destinazione))
+        throw ErroreSistema(CodiciErrore::AccessoPercorso);
 }
 
 void CancellaSeEsiste(const QString& percorso)

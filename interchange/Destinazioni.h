@@ -39,7 +39,8 @@ QString CartellaReale(const QString& cartella);
 bool Chk_Disk();
 
 // Come FileCopy: la destinazione esistente è sostituita. Errori: 53 sorgente
-// assente, 76 cartella inesistente, 75 accesso negato, 61 scrittura non riuscita.
+// assente, 76 cartella inesistente, 75 scrittura non riuscita (accesso
+// negato, disco pieno).
 void FileCopy(const QString& sorgente, const QString& destinazione);
 // Cancella il file se c'è (Dir seguito da Kill); un file che non si cancella
 // dà l'errore 75.

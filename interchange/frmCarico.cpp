@@ -116,7 +116,7 @@ void frmCarico::Cmddati_Click(int Index)
         return;
     if (Index == 1) {
         Timer->stop();
-        close();
+        Chiudi();
         return;
     }
     QString nome = NomeFileFornitura(TagFatturazione, CmbDomAnnualita->currentText());
@@ -124,7 +124,7 @@ void frmCarico::Cmddati_Click(int Index)
         nome, QStringLiteral("Selezionare il Percorso del file ") + nome + QStringLiteral(" di Carico."));
     QString file = trovato.trimmed();
     if (file.isEmpty()) {
-        close();
+        Chiudi();
         return;
     }
     if (file.endsWith(QLatin1Char('\\')) || file.endsWith(QLatin1Char('/')))
@@ -133,6 +133,15 @@ void frmCarico::Cmddati_Click(int Index)
     CaricaFornitura(file, this);
     Occupata(false);
     repaint();
+}
+
+void frmCarico::Chiudi()
+{
+    // Dentro il menu la maschera sta in una sottofinestra: si chiude quella.
+    if (parentWidget())
+        parentWidget()->close();
+    else
+        close();
 }
 
 void frmCarico::Occupata(bool occupata)

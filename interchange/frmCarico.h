@@ -45,6 +45,7 @@ protected:
 private:
     void Timer_Timer();
     void Occupata(bool occupata);
+    void Chiudi();
     QString NomeSenzaCampagna() const;
     int m_fotogramma = 0;
     bool m_inCorso = false;
