@@ -100,11 +100,15 @@ void CursoreSqlite::MoveNext()
 
 int CursoreSqlite::Indice(const QString& nome) const
 {
-    // I tracciati chiedono sempre gli stessi nomi, scritti allo stesso modo.
-    if (auto it = m_giaCercati.constFind(nome); it != m_giaCercati.constEnd())
-        return *it;
+    // I tracciati chiedono sempre gli stessi nomi, con gli stessi letterali:
+    // si riconoscono dall'indirizzo del testo, confermato dal contenuto.
+    for (const NomeCercato& c : m_giaCercati)
+        if (c.testo == nome.constData() && c.nome == nome)
+            return c.indice;
     const int i = IndiceDaNome(nome);
-    m_giaCercati.insert(nome, i);
+    // Nomi costruiti a ogni chiamata non devono far crescere la lista.
+    if (m_giaCercati.size() < 64)
+        m_giaCercati.append(NomeCercato{nome.constData(), nome, i});
     return i;
 }
 

@@ -57,6 +57,11 @@ private:
     Istruzione m_istruzione;
     QHash<QString, int> m_colonne;  // nome in maiuscolo: prima e ultima posizione
     QHash<QString, int> m_ultime;
-    mutable QHash<QString, int> m_giaCercati;
+    struct NomeCercato {
+        const QChar* testo;
+        QString nome;
+        int indice;
+    };
+    mutable QList<NomeCercato> m_giaCercati;
     bool m_eof = true;
 };
