@@ -3,6 +3,7 @@
 #include "deliveries/registra_conferimenti_utf.h"
 #include "deliveries/registra_domande_produttori.h"
 #include "deliveries/registra_produttore.h"
+#include "interchange/registra_forniture.h"
 #include "invoices/registra_domande.h"
 #include "invoices/registra_fatture.h"
 #include "printing/registra_stampe.h"
@@ -82,4 +83,5 @@ void RegistraMaschereDelSistema()
     RegistraMaschereDomande();
     RegistraMaschereDomandeProduttori();
     RegistraMaschereFatture();
+    RegistraMaschereForniture();
 }
