@@ -1,5 +1,6 @@
 #include "shell/registro_maschere.h"
 
+#include "invoices/registra_liste_domande.h"
 #include "shell/registra_distilleria.h"
 
 #include <QDialog>
@@ -70,4 +71,5 @@ void RegistraMaschereDelSistema()
     //   RegistraMaschera(QStringLiteral("FrmSelezione"), [](QWidget*) { return new FrmSelezione; });
     //   RegistraMaschera(QStringLiteral("FrmHelp"), [](QWidget* g) { return new FrmHelp(g); }, Apertura::Modale);
     RegistraMaschereDistilleria();
+    RegistraListeDomande();
 }
