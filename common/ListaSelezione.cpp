@@ -192,6 +192,11 @@ void ListaSelezione::CaricaLista(const IstruzioneSql& condizione, const QString&
 {
     Aggiorna(condizione, testoAggiunto);
     Colonne();
+    // Nessuna intestazione tagliata: una colonna è larga almeno quanto la sua didascalia.
+    QHeaderView* intestazione = Griglia->horizontalHeader();
+    for (int i = 0; i < Data->columnCount(); ++i)
+        if (!Griglia->isColumnHidden(i))
+            Griglia->setColumnWidth(i, std::max(Griglia->columnWidth(i), intestazione->sectionSizeHint(i)));
     // Come una griglia legata a un recordset appena aperto: la riga corrente
     // è la prima, nessuna selezionata.
     if (Data->rowCount() > 0) {
