@@ -314,6 +314,11 @@ bool ListaSelezione::eventFilter(QObject* oggetto, QEvent* evento)
             F1();
             return true;
         }
+        // Invio in un campo di ricerca cerca, come "Cerca ...".
+        if (tasto->key() == Qt::Key_Return || tasto->key() == Qt::Key_Enter) {
+            Cmddati_Click(0);
+            return true;
+        }
         if (tasto->text().size() == 1 && !(tasto->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
             const int originale = CodiceCarattere(tasto->text().at(0));
             int codice = originale;

@@ -195,13 +195,20 @@ TEST_F(ListaFatture, Ricerca)
     }
 }
 
-TEST_F(ListaFatture, TastiDeiCampiDiRicerca)
+TEST_F(ListaFatture, TastiDeiCampiDiRicercaEInvio)
 {
     FrmSelezione& f = Apri(1, u" Fatture "_s);
     f.show();
     QTest::keyClicks(f.TxtSEL_NumDom[0], u"1a'2,3"_s);
     EXPECT_EQ(f.TxtSEL_NumDom[0]->text(), u"12,3"_s);
     EXPECT_EQ(script->beep, 2);
+    // Invio cerca.
+    QTest::keyClicks(f.TxtSEL_NumDom[1], u"9"_s);
+    QTest::keyClick(f.TxtSEL_NumDom[1], Qt::Key_Return);
+    EXPECT_EQ(Righe(), QStringList{});
+    f.TxtSEL_NumDom[0]->clear();
+    QTest::keyClick(f.TxtSEL_NumDom[1], Qt::Key_Enter);
+    EXPECT_EQ(Righe(), QStringList{u"1/01"_s});
 }
 
 TEST_F(ListaFatture, RegoleDiSelezioneEConsegna)
