@@ -6,6 +6,7 @@
 #include "interchange/registra_forniture.h"
 #include "invoices/registra_domande.h"
 #include "invoices/registra_fatture.h"
+#include "invoices/registra_liste_domande.h"
 #include "printing/registra_stampe.h"
 #include "shell/registra_distilleria.h"
 
@@ -84,4 +85,5 @@ void RegistraMaschereDelSistema()
     RegistraMaschereDomandeProduttori();
     RegistraMaschereFatture();
     RegistraMaschereForniture();
+    RegistraListeDomande();
 }
