@@ -279,6 +279,7 @@ TEST_F(ProvaFrmFattura, ModificaCaricaESalva)
 TEST_F(ProvaFrmFattura, RicercaDellaDenominazione)
 {
     Fattura(1, QStringLiteral("1"), QStringLiteral("RSSMRA80A01H501U"));
+    Fattura(2, QStringLiteral("2"), PartitaIva);  // i produttori vengono prima delle fatture
     db().Execute(QStringLiteral("INSERT INTO PRODUTTORI (CODI_FISC, DENOMINAZIONE) VALUES (?, 'AZIENDA BIANCHI')"),
                  {PartitaIva});
     const MessaggioRegistrato manca{QStringLiteral("Inserire il codice fiscale o la Partita IVA."),
