@@ -261,23 +261,6 @@ TEST(PosizionaForm, SulPadre)
     EXPECT_EQ(figlia.pos(), QPoint(100 + 200, 80 + 150));
 }
 
-// ------------------------------------------------------ matrici di controlli
-
-TEST(ArrayControlli, IndiceMancanteSollevaIl340SenzaInserire)
-{
-    QLabel due;
-    ArrayEtichette array;
-    array.insert(2, &due);
-    const ArrayEtichette& costante = array;
-    for (const int indice : {2, 1, -1}) {
-        const QString errore =
-            indice == 2 ? QString() : QStringLiteral("340 L'elemento %1 della matrice di controlli non esiste.").arg(indice);
-        EXPECT_EQ(ErroreDi([&] { EXPECT_EQ(array[indice], &due); }), errore);
-        EXPECT_EQ(ErroreDi([&] { EXPECT_EQ(costante[indice], &due); }), errore);
-    }
-    EXPECT_EQ(array.keys(), QList<int>{2});
-}
-
 // Un indice che non c'è, letto in un clic, nel caricamento o nella
 // validazione: l'errore 340 va al registro con l'etichetta della maschera e
 // la maschera resta aperta.
