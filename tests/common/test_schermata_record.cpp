@@ -211,21 +211,6 @@ TEST_F(ProvaMaschera, CaricaMascheraTitoloPosizioneERiempimento)
     sessione().Azzera();
 }
 
-TEST_F(ProvaMaschera, ValidazioneRidefinita)
-{
-    maschera->validazione = [](int indice) {
-        if (indice != campo::Libero)
-            return true;
-        MsgBox(QStringLiteral("Note errate"), StileMsg::Esclamativo);
-        return false;
-    };
-    QLineEdit* note = Prepara(campo::Libero, QStringLiteral("X"));
-    script->Rispondi(RispostaMsg::OK);
-    QTest::keyClick(note, Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), note);
-    EXPECT_EQ(script->messaggi, (Messaggi{{QStringLiteral("Note errate"), StileMsg::Esclamativo, QString()}}));
-}
-
 TEST_F(ProvaMaschera, PulisciCampiRisparmiaITagEsclusiEDont)
 {
     ImpostaTag(Campo(campo::Libero), QStringLiteral("Dont"));
