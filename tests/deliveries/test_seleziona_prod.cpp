@@ -22,7 +22,8 @@ namespace {
 
 const QString Titolo = QStringLiteral(" Certificato UTF ");
 
-// Maschera al posto di quelle aperte per nome: annota come trova la sessione e si chiude.
+// Maschera al posto di quelle aperte per nome: annota come trova la sessione e
+// si chiude; quella del certificato ne cambia il numero, come un salvataggio.
 struct Apertura {
     QString nome, modo;
     qint32 utf = 0, produttore = 0;
@@ -35,6 +36,8 @@ public:
     {
         const auto& s = sessione();
         aperture << Apertura{nome, s.ModoMaschera, s.UtfSel.iD_UTF, s.ProduttoreSel.iD_PRODUTTORI};
+        if (nome == QLatin1String("frmProduttore_Utf"))
+            Db().Execute(QStringLiteral("UPDATE TAB_UTF SET NUMERO_CERTIFICATO_UTF = 'SALVATO' WHERE iD_UTF = 2"));
         QTimer::singleShot(0, this, &QDialog::accept);
     }
 };
@@ -255,8 +258,11 @@ TEST_F(Browser, ComandiDeiCertificati)
         EXPECT_EQ(CertificatiRimasti(), c.certificati);
         // Le marche tornano "N" solo se un certificato è stato cancellato.
         EXPECT_EQ(Marche(), c.marche.isEmpty() ? QStringList({"1|S|S", "2|S|S", "3|S|S"}) : c.marche);
-        // La lista si ricarica: il certificato cancellato ne esce.
+        // La lista si ricarica: il certificato cancellato ne esce, il salvato si vede.
         EXPECT_EQ(f->Data_SelProd_utf[0]->rowCount(), c.domanda == 1 ? c.certificati.size() : 1);
+        if (c.modo == QLatin1String("M")) {
+            EXPECT_EQ(Colonna(0, "TAB_UTF.NUMERO_CERTIFICATO_UTF"), QStringList({"UTF000001", "SALVATO"}));
+        }
         EXPECT_TRUE(f->isVisible());
     }
 }
