@@ -388,3 +388,16 @@ TEST_F(ProvaConferimenti, RicercaEAssegnazioneDeiProduttoriLiberi)
     QTest::mouseClick(l.cmdOperazioni[0], Qt::LeftButton);
     EXPECT_EQ(script->messaggi, Messaggi{Solo});
 }
+
+// Il browser, il certificato e i produttori liberi si aprono per nome, modali.
+TEST(RegistroConferimentiUtf, TreMaschereModali)
+{
+    AnnullaRegistrazioni();
+    RegistraMaschereConferimentiUtf();
+    for (const char* nome : {"FrmProduttore_SelezionaProd", "frmProduttore_Utf", "frmProduttoriNoAssociati"}) {
+        const MascheraRegistrata* m = TrovaMaschera(QString::fromLatin1(nome));
+        ASSERT_NE(m, nullptr) << nome;
+        EXPECT_EQ(m->apertura, ::Apertura::Modale) << nome;
+    }
+    AnnullaRegistrazioni();
+}
