@@ -2,6 +2,7 @@
 
 #include "common/aiuti_maschera.h"
 #include "common/codice_fiscale.h"
+#include "common/denominazione.h"
 #include "common/errore.h"
 #include "common/filtri_tastiera.h"
 #include "common/log_errori.h"
@@ -431,20 +432,7 @@ void FrmFattura::Bolle()
 void FrmFattura::TrovaDenominazione()
 {
     try {
-        if (Testo(4).isEmpty()) {
-            MsgBox(QStringLiteral("Inserire il codice fiscale o la Partita IVA."), StileMsg::Informazione,
-                   QStringLiteral("Produttore"));
-            TxtDati.value(4)->setFocus(Qt::OtherFocusReason);
-            return;
-        }
-        if (const auto nome = CercaDenominazione(TxtDati.value(4)->text())) {
-            TxtDati.value(5)->setText(*nome);
-            TxtDati.value(6)->setFocus(Qt::OtherFocusReason);
-            return;
-        }
-        MsgBox(QStringLiteral("Denominazione non esistente con la p.iva o codice fiscale inserito."),
-               StileMsg::Informazione, QStringLiteral("Produttore"));
-        TxtDati.value(5)->setFocus(Qt::OtherFocusReason);
+        ::TrovaDenominazione(TxtDati.value(4), TxtDati.value(5), TxtDati.value(6));
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), EtichettaClick, e.numero(), e.descrizione());
     }

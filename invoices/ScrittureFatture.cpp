@@ -129,17 +129,6 @@ bool PagamentoNelleBolle(qint64 idFattura)
     return !rs.eof();
 }
 
-std::optional<QString> CercaDenominazione(const QString& codice)
-{
-    for (const char* tabella : {"produttori", "fatture"}) {
-        Recordset rs = Db().OpenRecordset(
-            QStringLiteral("SELECT denominazione FROM %1 WHERE codi_fisc = ?").arg(QLatin1String(tabella)), {codice});
-        if (!rs.eof())
-            return rs.Fields(QStringLiteral("Denominazione")).testo();
-    }
-    return std::nullopt;
-}
-
 double SommaBolle(qint64 idFattura, qint64 idBolla)
 {
     QString sql = QStringLiteral("SELECT sum(cdbl(QUANTITA_PRODOTTO)) AS somma FROM bolle WHERE FK_ID_FATTURA = ?");

@@ -61,9 +61,6 @@ void ScartaBolleNuove();
 // Vero se una bolla della fattura, o una bolla non ancora legata a una
 // fattura, ha una data di pagamento.
 bool PagamentoNelleBolle(qint64 idFattura);
-// La denominazione di un codice fiscale, cercata tra i produttori e poi
-// tra le fatture.
-std::optional<QString> CercaDenominazione(const QString& codice);
 
 // Somma delle quantità delle bolle della fattura, tolta la bolla idBolla
 // (0: nessuna tolta). Nessuna bolla: 0.

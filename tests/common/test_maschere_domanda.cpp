@@ -1,6 +1,6 @@
 // Le due maschere di una domanda, FrmDomanda e Frmproduttore_Domanda, nelle
 // stesse tabelle di casi: apertura, tasti, rifiuti con testo, titolo e fuoco,
-// salvataggi, guasti del database, aiuto.
+// salvataggi, guasti del database.
 #include "deliveries/Frmproduttore_Domanda.h"
 #include "invoices/FrmDomanda.h"
 #include "prova_maschere_domanda.h"
@@ -267,20 +267,6 @@ TEST_F(MaschereDomanda, DatabaseInSolaLetturaNonScriveNulla)
     db().Execute(QStringLiteral("PRAGMA query_only = 0"));
     EXPECT_EQ(Righe_(P), prima);
     EXPECT_TRUE(Registro().isEmpty());
-}
-
-TEST_F(MaschereDomanda, AiutoPerModoDalPulsanteEDaF1)
-{
-    for (Ramo ramo : {F, P}) {
-        for (const char* modo : {"I", "M"}) {
-            aiuti.clear();
-            SchermataDomanda& m = Apri(ramo, modo);
-            Premi(m.Cmddati[2]);
-            QTest::keyClick(m.cboDomanda[0], Qt::Key_F1);
-            const QString atteso = *modo == 'M' ? QStringLiteral("FRMDOMANDA_MOD") : QStringLiteral("FRMDOMANDA_INS");
-            EXPECT_EQ(aiuti, QStringList({atteso, atteso}));
-        }
-    }
 }
 
 }  // namespace
