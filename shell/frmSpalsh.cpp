@@ -128,7 +128,7 @@ void AggiornamentoVersione()
         s.DataVersioneDb = TestoNonNull(rs.Fields(QStringLiteral("data_versione")));
         rs.Close();
         // Solo un database della versione giusta riceve le viste di questa.
-        AggiornaVisteConsegnate(db);
+        AggiornaVisteEIndiciConsegnati(db);
 
         // Mentre la schermata aspetta non si tiene aperta nessuna connessione.
         s.DbDistilleria->Close();

@@ -78,24 +78,29 @@ void CREA_TAB_CAMPAGNA(Database& db, const QStringList& anni)
     }
 }
 
-void AggiornaVisteConsegnate(Database& db)
+void AggiornaVisteEIndiciConsegnati(Database& db)
 {
-    static const QRegularExpression nomeVista(QStringLiteral(R"(^CREATE\s+VIEW\s+(\w+)\s)"),
-                                              QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression oggetto(QStringLiteral(R"(^CREATE\s+(?:UNIQUE\s+)?(VIEW|INDEX)\s+(\w+)\s)"),
+                                            QRegularExpression::CaseInsensitiveOption);
     for (const QString& istruzione : IstruzioniSchema(QString::fromUtf8(SchemaIncorporato))) {
-        const QRegularExpressionMatch m = nomeVista.match(istruzione);
+        const QRegularExpressionMatch m = oggetto.match(istruzione);
         if (!m.hasMatch())
             continue;
-        const QString nome = m.captured(1);
+        const bool vista = m.captured(1).toUpper() == QLatin1String("VIEW");
+        const QString nome = m.captured(2);
         try {
             Recordset rs = db.OpenRecordset(
-                QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ? COLLATE NOCASE"), {nome});
-            if (!rs.eof() && rs.Fields(QStringLiteral("sql")).testo().trimmed() == istruzione)
+                QStringLiteral("SELECT sql FROM sqlite_master WHERE type = ? AND name = ? COLLATE NOCASE"),
+                {vista ? QStringLiteral("view") : QStringLiteral("index"), nome});
+            // Un indice che c'è resta com'è; una vista si confronta con la sua definizione.
+            if (!rs.eof() && (!vista || rs.Fields(QStringLiteral("sql")).testo().trimmed() == istruzione))
                 continue;
-            db.Execute(QStringLiteral("DROP VIEW IF EXISTS \"%1\"").arg(nome));
+            rs.Close();
+            if (vista)
+                db.Execute(QStringLiteral("DROP VIEW IF EXISTS \"%1\"").arg(nome));
             db.Execute(istruzione);
         } catch (const ErroreSistema& e) {
-            ScriviLogErr(QString(), QStringLiteral("AggiornaVisteConsegnate"), e.numero(), e.descrizione());
+            ScriviLogErr(QString(), QStringLiteral("AggiornaVisteEIndiciConsegnati"), e.numero(), e.descrizione());
         }
     }
 }

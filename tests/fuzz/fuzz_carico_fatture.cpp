@@ -30,6 +30,7 @@ public:
     void MostraTesto(const QString&) override {}
     void Beep() override {}
     void Clessidra(bool) override {}
+    int AnteprimaStampa(QTextDocument&, const QString&) override { return RispostaMsg::OK; }
     [[noreturn]] void TerminaProcesso() override { std::abort(); }
 };
 

@@ -329,8 +329,9 @@ TEST_F(ListaFatture, UnGuastoPassaDalRegistroELaMascheraRestaAperta)
         const char* guasto;
         QString etichetta;
     } casi[] = {
-        // La stampa non ancora disponibile: la domanda non si segna stampata.
-        {5, 8, "", Log},
+        // Senza il report nella cartella del programma la stampa fallisce
+        // dentro STAMPA: la domanda non si segna stampata.
+        {5, 8, "UPDATE DOMANDE SET STAM = 'N' WHERE ID_DOMANDA = 1", u"FrmSelezioneLOAD Stampa"_s},
         {0, 0, "DROP TABLE VARIETA", Log},
     };
     for (const auto& c : casi) {
@@ -347,8 +348,8 @@ TEST_F(ListaFatture, UnGuastoPassaDalRegistroELaMascheraRestaAperta)
         EXPECT_TRUE(f.isVisible());
         f.close();
     }
-    EXPECT_EQ(::Righe(db(), u"SELECT STAM FROM DOMANDE WHERE ID_DOMANDA = 1"_s), QStringList{u"S"_s});
-    EXPECT_EQ(::Righe(db(), u"SELECT COUNT(*) FROM LOGERR WHERE DESC_APPL = ?"_s, {Log}), QStringList{u"2"_s});
+    EXPECT_EQ(::Righe(db(), u"SELECT STAM FROM DOMANDE WHERE ID_DOMANDA = 1"_s), QStringList{u"N"_s});
+    EXPECT_EQ(::Righe(db(), u"SELECT COUNT(*) FROM LOGERR WHERE DESC_APPL = ?"_s, {Log}), QStringList{u"1"_s});
 }
 
 TEST_F(ListaFatture, Aiuto)

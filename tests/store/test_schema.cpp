@@ -149,19 +149,23 @@ TEST_F(Aggiornamento, CampagnaSenzaLUltimoElemento)
     EXPECT_EQ(Righe(db(), u"SELECT COUNT(*) FROM CAMPAGNA"_s), QStringList{u"0"_s});
 }
 
-TEST_F(Aggiornamento, VisteDelleStampeDiUnaVersionePrecedenteRiallineate)
+TEST_F(Aggiornamento, VisteEIndiciDiUnaVersionePrecedenteRiallineati)
 {
     // Un database creato da una versione precedente: Queryreport senza le colonne
-    // d'ordine e Queryreport_bolle mancante. Le viste consegnate intatte non si toccano.
+    // d'ordine, Queryreport_bolle e un indice mancanti. Ciò che è già allineato
+    // non si tocca.
     db().Execute(u"DROP VIEW Queryreport"_s);
     db().Execute(u"DROP VIEW Queryreport_bolle"_s);
     db().Execute(u"CREATE VIEW Queryreport AS SELECT DOMANDE.DOMANDA FROM DOMANDE"_s);
-    AggiornaVisteConsegnate(db());
+    db().Execute(u"DROP INDEX DOMANDE_PRODUTTORI_ORDINE"_s);
+    AggiornaVisteEIndiciConsegnati(db());
+    EXPECT_EQ(Righe(db(), u"SELECT COUNT(*) FROM sqlite_master WHERE name = 'DOMANDE_PRODUTTORI_ORDINE'"_s),
+              QStringList{u"1"_s});
     EXPECT_TRUE(db().ColonneTabella(u"Queryreport"_s).contains(u"FOGL_NUM"_s));
     EXPECT_TRUE(db().ColonneTabella(u"Queryreport_bolle"_s).contains(u"QTA_LAVO"_s));
     // Già allineate: nessun cambiamento dello schema.
     const QStringList prima = Righe(db(), u"SELECT schema_version FROM pragma_schema_version"_s);
-    AggiornaVisteConsegnate(db());
+    AggiornaVisteEIndiciConsegnati(db());
     EXPECT_EQ(Righe(db(), u"SELECT schema_version FROM pragma_schema_version"_s), prima);
     EXPECT_EQ(Righe(db(), u"SELECT COUNT(*) FROM LOGERR"_s), QStringList{u"0"_s});
 }
