@@ -31,6 +31,8 @@ public:
     void Beep() override {}
     void Clessidra(bool) override {}
     [[noreturn]] void TerminaProcesso() override { std::abort(); }
+    // Le forniture non stampano nulla.
+    int AnteprimaStampa(QTextDocument&, const QString&) override { std::abort(); }
 };
 
 QTemporaryDir* cartella = nullptr;
