@@ -268,16 +268,25 @@ TEST_F(ListaConferimenti, Cancellazione)
 TEST_F(ListaConferimenti, StampeEGuasti)
 {
     script->AccettaMessaggiSenzaRisposta();
-    for (int codice : {18, 19}) {
-        SCOPED_TRACE(codice);
-        FrmProduttori_Selezione& f = Apri(codice);
+    // La prima domanda non ha produttori: le due stampe lo dicono, ciascuna col
+    // suo testo, e non la segnano stampata; la maschera resta.
+    const struct {
+        int codice;
+        QString testo;
+    } casi[] = {
+        {18, u"Non ci sono record da stampare."_s},
+        {19, u"Non ci sono record da stampare. "_s},
+    };
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.codice);
+        FrmProduttori_Selezione& f = Apri(c.codice);
         f.show();
         script->messaggi.clear();
         Seleziona({0}, 0);
         f.Cmddati_Click(9);
-        // La stampa non ancora disponibile passa dal registro; la maschera resta.
         ASSERT_EQ(script->messaggi.size(), 1);
-        EXPECT_TRUE(script->messaggi[0].testo.endsWith(u"Nome Funzione \t:  FrmSeleziona CmdDATI_Click"_s));
+        EXPECT_EQ(script->messaggi[0].testo, c.testo);
+        EXPECT_EQ(script->messaggi[0].stile, 64);
         EXPECT_TRUE(f.isVisible());
     }
     EXPECT_EQ(::Righe(db(), u"SELECT STAM FROM DOMANDE_PRODUTTORI ORDER BY 1"_s),
