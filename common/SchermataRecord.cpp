@@ -268,6 +268,12 @@ int SchermataRecord::IndiceCampo(const QObject* campo) const
 
 void SchermataRecord::TxtDati_KeyPress(int indice, int& KeyAscii)
 {
+    // Un campo bloccato non prende tasti: i filtri che riscrivono il testo
+    // (la data) vi lascerebbero un valore che non si può più correggere.
+    if (const QLineEdit* bloccato = TxtDati.value(indice); bloccato && bloccato->isReadOnly()) {
+        KeyAscii = 0;
+        return;
+    }
     const RegoleCampo r = m_regole.value(indice);
     if (r.maiuscole)
         Keypress_Upper(KeyAscii);

@@ -144,7 +144,9 @@ FrmProduttore_SelezionaProd::FrmProduttore_SelezionaProd(QWidget* genitore) : QD
     layout1->addWidget(didascalia1);
     layout1->addWidget(griglia1, 1);
 
-    auto* dati = new QHBoxLayout;
+    // Due file di riquadri: in una sola la maschera usciva dalla finestra principale.
+    auto* dati = new QGridLayout;
+    int posto = 0;
     const QStringList prodotti = {QStringLiteral("Alcole grezzo"), QStringLiteral("Alcole neutro"),
                                   QStringLiteral("Acquavite")};
     for (const auto& [titolo, primo] : {std::pair(" Aiuto ", 6), std::pair(" Quantità ", 9)}) {
@@ -154,7 +156,7 @@ FrmProduttore_SelezionaProd::FrmProduttore_SelezionaProd(QWidget* genitore) : QD
             TxtDati[primo + i] = CampoMostrato(riquadro, primo + i, 15);
             Coppia(l, i, 0, prodotti[i], TxtDati[primo + i]);
         }
-        dati->addWidget(riquadro);
+        dati->addWidget(riquadro, 0, posto++);
     }
     auto* altri = new QGroupBox(pagina1);
     auto* la = new QGridLayout(altri);
@@ -169,14 +171,14 @@ FrmProduttore_SelezionaProd::FrmProduttore_SelezionaProd(QWidget* genitore) : QD
         TxtDati[c.indice] = CampoMostrato(altri, c.indice, 15);
         Coppia(la, riga++, 0, QString::fromUtf8(c.etichetta), TxtDati[c.indice]);
     }
-    dati->addWidget(altri);
+    dati->addWidget(altri, 1, 0);
     auto* totali = new QGroupBox(QStringLiteral("Totali"), pagina1);
     auto* lt = new QGridLayout(totali);
     TxtDati[15] = CampoMostrato(totali, 15, 15);
     TxtDati[16] = CampoMostrato(totali, 16, 15);
     Coppia(lt, 0, 0, QStringLiteral("Vino effettivamente dist."), TxtDati[15]);
     Coppia(lt, 1, 0, QStringLiteral("Ettogradi "), TxtDati[16]);
-    dati->addWidget(totali);
+    dati->addWidget(totali, 1, 1);
     layout1->addLayout(dati);
     auto* comandi1 = new QHBoxLayout;
     comandi1->addStretch(1);

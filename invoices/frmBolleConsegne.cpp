@@ -18,8 +18,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -59,6 +62,8 @@ frmBolleConsegne::frmBolleConsegne(QWidget* genitore) : SchermataRecord(genitore
     tdbgBolle->setSelectionMode(QAbstractItemView::ExtendedSelection);
     tdbgBolle->setMinimumSize(960, 200);
     tdbgBolle->horizontalHeader()->setStretchLastSection(true);
+    // Intestazioni mai in grassetto: con la riga scelta non si allargano.
+    tdbgBolle->horizontalHeader()->setHighlightSections(false);
     datBolle = new ModelloLista(this);
     tdbgBolle->setModel(datBolle);
     auto* lg = new QVBoxLayout(griglia);
@@ -158,6 +163,18 @@ void frmBolleConsegne::Aggiorna()
         datBolle->setHeaderData(i, Qt::Horizontal, didascalia);
     }
     tdbgBolle->resizeColumnsToContents();
+    // La griglia si allarga quanto le sue colonne: l'ultima non resta tagliata.
+    int larghezza = tdbgBolle->verticalHeader()->sizeHint().width() + 2 * tdbgBolle->frameWidth() +
+                    tdbgBolle->verticalScrollBar()->sizeHint().width();
+    // L'ultima colonna è stirata: conta la sua intestazione.
+    int ultima = colonne.size() - 1;
+    while (ultima > 0 && tdbgBolle->isColumnHidden(ultima))
+        --ultima;
+    for (int i = 0; i < ultima; ++i)
+        if (!tdbgBolle->isColumnHidden(i))
+            larghezza += tdbgBolle->columnWidth(i);
+    larghezza += tdbgBolle->horizontalHeader()->sectionSizeHint(ultima);
+    tdbgBolle->setMinimumWidth(std::max(960, larghezza));
 }
 
 bool frmBolleConsegne::SuGriglia() const { return Cmddati.value(0)->text() == QLatin1String("Modifica"); }

@@ -266,6 +266,7 @@ void frmSpalsh::closeEvent(QCloseEvent* evento)
 void frmSpalsh::Form_Unload()
 {
     // Il menu apre la connessione che dura fino alla fine della sessione.
+    // A tutto schermo: le maschere modali più grandi restano dentro la finestra.
     FrmMenu& menu = FrmMenu::Carica();
-    menu.show();
+    menu.showMaximized();
 }

@@ -128,6 +128,26 @@ TEST_F(ProvaMaschera, DataNonValidaTieneIlFuocoFinoAlSalvataggio)
     EXPECT_EQ(script->messaggi.size(), 3);
 }
 
+// Un campo bloccato non prende tasti, nemmeno attraverso i filtri che
+// riscrivono il testo: l'uscita dal campo resta libera.
+TEST_F(ProvaMaschera, CampoBloccatoNonPrendeTasti)
+{
+    const struct {
+        int indice;
+        const char* battuto;
+    } casi[] = {{campo::Data, "0103"}, {campo::Data, "4"}, {campo::Quantita, "12,5"}, {campo::Maiuscole, "ab"}};
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.battuto);
+        QLineEdit* campo = Prepara(c.indice, QString());
+        campo->setReadOnly(true);
+        Digita(campo, QString::fromUtf8(c.battuto));
+        EXPECT_EQ(campo->text(), QString());
+        campo->setReadOnly(false);
+        campo->clear();
+    }
+    EXPECT_TRUE(script->messaggi.isEmpty());
+}
+
 TEST_F(ProvaMaschera, EsciEHelpNonAspettanoLaValidazione)
 {
     Prepara(campo::Data, QStringLiteral("99/99/9999"));
