@@ -2,6 +2,7 @@
 
 #include "deliveries/registra_conferimenti_utf.h"
 #include "deliveries/registra_produttore.h"
+#include "interchange/registra_carico_conferimenti.h"
 #include "printing/registra_stampe.h"
 #include "shell/registra_distilleria.h"
 
@@ -76,4 +77,5 @@ void RegistraMaschereDelSistema()
     RegistraMaschereConferimentiUtf();
     RegistraStampe();
     RegistraMaschereProduttore();
+    RegistraMaschereCaricoConferimenti();
 }
