@@ -54,9 +54,11 @@ bool MetodiProduttore(int operazione, const QString& condizione)
     ProduttoreSelezionato& p = s.ProduttoreSel;
     try {
         Database& db = Db();
-        // La riga corrente è la prima che la condizione trova.
+        // La riga corrente è la prima che la condizione trova. L'inserimento
+        // non ne ha bisogno: niente lettura, il carico di una fornitura ne
+        // farebbe una per produttore.
         qint64 riga = 0;
-        {
+        if (operazione != 0) {
             Recordset rs = db.OpenRecordset(QStringLiteral("Select * from PRODUTTORI ") + condizione);
             if (!rs.eof())
                 riga = rs.Fields(QStringLiteral("iD_PRODUTTORI")).intero();

@@ -158,6 +158,9 @@ void CaricoFornitura::BATTONCARICA(const QString& percorsoFile)
                 TransazioneConfermata transazione;
                 scritte = AllineaDB();
             }
+            // Il conto finale, anche sotto il passo.
+            if (m_osservatore && m_scritte > 0)
+                m_osservatore->RigheScritte(m_scritte);
             if (scritte)
                 MsgBox(QStringLiteral("Carico fornitura correttamente eseguito"), StileMsg::Informazione, titolo);
             else
