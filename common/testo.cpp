@@ -72,8 +72,11 @@ QString InserisciVirgola(const QString& valore, int decimali)
         else if (c != u' ')
             semplice = false;
     }
-    return (semplice ? QString::number(intero) : CStr(Val(valore.left(resto)))) + QLatin1Char(',') +
-           valore.mid(resto);
+    QString risultato = semplice ? QString::number(intero) : CStr(Val(valore.left(resto)));
+    risultato.reserve(risultato.size() + 1 + valore.size() - resto);
+    risultato += QLatin1Char(',');
+    risultato += QStringView(valore).mid(resto);
+    return risultato;
 }
 
 QString FormattazioneData(const QString& valore, const QString& mascheraIngresso, const QString& mascheraUscita,

@@ -237,6 +237,9 @@ Database::~Database() { Close(); }
 
 bool Database::aperto() const
 {
+    // Il motore è noto solo a connessione aperta (Close lo dimentica).
+    if (m_handle)
+        return true;
     return !m_nomeConnessione.isEmpty() && QSqlDatabase::database(m_nomeConnessione, false).isOpen();
 }
 
@@ -296,7 +299,9 @@ QSqlError ErroreMotore(sqlite3* db, int codice)
 }
 
 // Lega un valore come fa il driver Qt: un testo o dei byte nulli sono Null.
-int Lega(sqlite3_stmt* st, int indice, const QVariant& v)
+// I testi convertiti restano nel deposito fino all'esecuzione: il motore li
+// legge senza copiarli.
+int Lega(sqlite3_stmt* st, int indice, const QVariant& v, QList<QByteArray>& deposito)
 {
     if (!v.isValid() || v.isNull())
         return sqlite3_bind_null(st, indice);
@@ -306,14 +311,14 @@ int Lega(sqlite3_stmt* st, int indice, const QVariant& v)
         if (t.isNull())
             return sqlite3_bind_null(st, indice);
         // Il database è in UTF-8: convertito qui costa meno che dentro il motore.
-        const QByteArray utf8 = t.toUtf8();
-        return sqlite3_bind_text(st, indice, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+        const QByteArray& utf8 = deposito.emplaceBack(t.toUtf8());
+        return sqlite3_bind_text(st, indice, utf8.constData(), int(utf8.size()), SQLITE_STATIC);
     }
     case QMetaType::QByteArray: {
         const QByteArray& b = *static_cast<const QByteArray*>(v.constData());
         if (b.isNull())
             return sqlite3_bind_null(st, indice);
-        return sqlite3_bind_blob(st, indice, b.constData(), int(b.size()), SQLITE_TRANSIENT);
+        return sqlite3_bind_blob(st, indice, deposito.emplaceBack(b).constData(), int(b.size()), SQLITE_STATIC);
     }
     case QMetaType::Bool:
     case QMetaType::Int:
@@ -332,8 +337,8 @@ int Lega(sqlite3_stmt* st, int indice, const QVariant& v)
     case QMetaType::Float:
         return sqlite3_bind_double(st, indice, v.toDouble());
     default: {
-        const QByteArray utf8 = v.toString().toUtf8();
-        return sqlite3_bind_text(st, indice, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+        const QByteArray& utf8 = deposito.emplaceBack(v.toString().toUtf8());
+        return sqlite3_bind_text(st, indice, utf8.constData(), int(utf8.size()), SQLITE_STATIC);
     }
     }
 }
@@ -381,11 +386,13 @@ int Database::Execute(const QString& sql, const QVariantList& parametri)
     sqlite3* db = handle();
     sqlite3_stmt* st = ist.stmt;
     int esito = SQLITE_OK;
+    QList<QByteArray> deposito;
     // Un'istruzione vuota (solo spazi o commenti) non ha nulla da eseguire.
     if (st) {
         const int quanti = sqlite3_bind_parameter_count(st);
+        deposito.reserve(quanti);
         for (int i = 0; i < parametri.size() && i < quanti && esito == SQLITE_OK; ++i)
-            esito = Lega(st, i + 1, parametri[i]);
+            esito = Lega(st, i + 1, parametri[i], deposito);
         if (esito == SQLITE_OK) {
             do
                 esito = sqlite3_step(st);
@@ -394,6 +401,8 @@ int Database::Execute(const QString& sql, const QVariantList& parametri)
     }
     if (st && esito != SQLITE_DONE) {
         const QSqlError errore = ErroreMotore(db, sqlite3_extended_errcode(db));
+        sqlite3_reset(st);
+        sqlite3_clear_bindings(st);
         // Dopo un errore (schema cambiato, tabella eliminata) si riprepara.
         m_preparate.remove(sql);
         // Bloccata da una lettura ancora aperta di una griglia: la si termina e si ritenta.
