@@ -120,10 +120,9 @@ bool CaricoConferimenti::Controllodati()
 QString CaricoConferimenti::Trova_id(const QString& colonna, const QString& tabella, const QString& condizione,
                                      const QVariantList& parametri)
 {
-    Recordset rs = Db().OpenRecordset(QStringLiteral("Select ") + colonna + QStringLiteral(" from ") + tabella +
-                                          condizione,
-                                      parametri);
-    return rs.eof() ? QString() : rs.Fields(0).testo();
+    return Db().PrimoValore(QStringLiteral("Select ") + colonna + QStringLiteral(" from ") + tabella + condizione,
+                            parametri)
+        .testo();
 }
 
 void CaricoConferimenti::SEL_RECORD(TipoSelezione tipo, qsizetype domanda, qsizetype certificato,

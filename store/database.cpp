@@ -418,6 +418,45 @@ int Database::Execute(const QString& sql, const QVariantList& parametri)
     return m_righeToccate;
 }
 
+Valore Database::PrimoValore(const QString& sql, const QVariantList& parametri)
+{
+    Istruzione& ist = Preparata(sql);
+    sqlite3* db = handle();
+    sqlite3_stmt* st = ist.stmt;
+    if (!st)
+        return Valore();
+    QList<QByteArray> deposito;
+    int esito = SQLITE_OK;
+    const int quanti = sqlite3_bind_parameter_count(st);
+    for (int i = 0; i < parametri.size() && i < quanti && esito == SQLITE_OK; ++i)
+        esito = Lega(st, i + 1, parametri[i], deposito);
+    if (esito == SQLITE_OK)
+        esito = sqlite3_step(st);
+    QVariant valore;
+    if (esito == SQLITE_ROW) {
+        switch (sqlite3_column_type(st, 0)) {
+        case SQLITE_INTEGER: valore = qint64(sqlite3_column_int64(st, 0)); break;
+        case SQLITE_FLOAT: valore = sqlite3_column_double(st, 0); break;
+        case SQLITE_BLOB:
+            valore = QByteArray(static_cast<const char*>(sqlite3_column_blob(st, 0)), sqlite3_column_bytes(st, 0));
+            break;
+        case SQLITE_NULL: break;
+        default:
+            valore = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)),
+                                       sqlite3_column_bytes(st, 0));
+        }
+    } else if (esito != SQLITE_DONE) {
+        const QSqlError errore = ErroreMotore(db, sqlite3_extended_errcode(db));
+        sqlite3_reset(st);
+        sqlite3_clear_bindings(st);
+        m_preparate.remove(sql);
+        throw Traduci(errore, sql);
+    }
+    sqlite3_reset(st);
+    sqlite3_clear_bindings(st);
+    return Valore(valore);
+}
+
 Recordset Database::OpenRecordset(const QString& sql, const QVariantList& parametri)
 {
     return Recordset(Esegui(sql, parametri, true));

@@ -114,6 +114,9 @@ public:
     int Execute(const QString& sql, const QVariantList& parametri = {});
     int RecordsAffected() const { return m_righeToccate; }
     Recordset OpenRecordset(const QString& sql, const QVariantList& parametri = {});
+    // La prima colonna della prima riga, Null se non ce n'è: per le letture
+    // ripetute migliaia di volte (i carichi), con l'istruzione già preparata.
+    Valore PrimoValore(const QString& sql, const QVariantList& parametri = {});
     // Lettura già eseguita e scorrevole, per i modelli delle griglie
     // (QSqlQueryModel legge le righe a richiesta). Errori come OpenRecordset.
     QSqlQuery Interroga(const QString& sql, const QVariantList& parametri = {});

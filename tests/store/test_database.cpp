@@ -159,6 +159,11 @@ TEST_F(Operazioni, ValoriLegatiEColonneDiInserisciRiga)
     db().InserisciRiga(u"DOMANDE"_s, {{u"PROGRESSIVO"_s, u"08"_s}});
     EXPECT_EQ(Righe(db(), u"SELECT DOMANDA, PROGRESSIVO FROM DOMANDE ORDER BY ID_DOMANDA"_s),
               (QStringList{u"1|"_s, u"2|07"_s, u"|08"_s}));
+    // La prima colonna della prima riga, Null senza righe.
+    const QString primo = u"SELECT PROGRESSIVO, DOMANDA FROM DOMANDE WHERE DOMANDA >= ? ORDER BY ID_DOMANDA"_s;
+    EXPECT_EQ(db().PrimoValore(primo, {u"2"_s}).testo(), u"07"_s);
+    EXPECT_TRUE(db().PrimoValore(primo, {u"3"_s}).isNull());
+    EXPECT_EQ(NumeroErrore([&] { db().PrimoValore(u"SELECT X FROM NON_CE"_s); }), 3078);
 }
 
 TEST_F(Operazioni, ErroriDelMotoreConINumeriNoti)
