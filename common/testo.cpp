@@ -56,7 +56,9 @@ QString FormattaDecimali(const QString& valore, int decimali)
     return intera + PadDestra(frazione, decimali, QLatin1Char('0'));
 }
 
-QString InserisciVirgola(const QString& valore, int decimali)
+QString InserisciVirgola(const QString& valore, int decimali) { return InserisciVirgola(QStringView(valore), decimali); }
+
+QString InserisciVirgola(QStringView valore, int decimali)
 {
     VerificaLarghezza(decimali);
     const qsizetype resto = std::max<qsizetype>(valore.size() - decimali, 0);
@@ -72,10 +74,10 @@ QString InserisciVirgola(const QString& valore, int decimali)
         else if (c != u' ')
             semplice = false;
     }
-    QString risultato = semplice ? QString::number(intero) : CStr(Val(valore.left(resto)));
+    QString risultato = semplice ? QString::number(intero) : CStr(Val(valore.left(resto).toString()));
     risultato.reserve(risultato.size() + 1 + valore.size() - resto);
     risultato += QLatin1Char(',');
-    risultato += QStringView(valore).mid(resto);
+    risultato += valore.mid(resto);
     return risultato;
 }
 

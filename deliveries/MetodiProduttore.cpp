@@ -90,9 +90,12 @@ bool MetodiProduttore(int operazione, const QString& condizione)
             return false;
         }
 
-        // La domanda va stampata e scaricata di nuovo.
-        db.Execute(QStringLiteral("UPDATE DOMANDE_PRODUTTORI SET STAM='N',SCAR='N' WHERE ID_DOMANDA_PRODUTTORE=?"),
-                   {s.UtfSel.iD_DOMANDA});
+        // La domanda va stampata e scaricata di nuovo. La chiave 0 non è di
+        // nessuna domanda (il contatore parte da 1): il carico di una
+        // fornitura, che non la conosce, risparmia un'istruzione a produttore.
+        if (s.UtfSel.iD_DOMANDA != 0)
+            db.Execute(QStringLiteral("UPDATE DOMANDE_PRODUTTORI SET STAM='N',SCAR='N' WHERE ID_DOMANDA_PRODUTTORE=?"),
+                       {s.UtfSel.iD_DOMANDA});
         return true;
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), QStringLiteral("FrmFattura motedofatture"), e.numero(), e.descrizione());
