@@ -291,7 +291,16 @@ int ModelloLista::Colonna(const QString& nome) const
     const QString campo = punto >= 0 ? nome.mid(punto + 1) : nome;
     int primo = -1;
     for (int i = 0; i < r.count(); ++i) {
-        if (r.fieldName(i).compare(campo, Qt::CaseInsensitive) != 0)
+        // SQLite può dare a un nome ripetuto nei join un seguito ":1"
+        // ("ID_VARIETA:1" nella lista delle fatture): il campo è lo stesso.
+        QString nomeCampo = r.fieldName(i);
+        if (const qsizetype duePunti = nomeCampo.lastIndexOf(QLatin1Char(':')); duePunti > 0) {
+            bool numero = false;
+            nomeCampo.mid(duePunti + 1).toInt(&numero);
+            if (numero)
+                nomeCampo.truncate(duePunti);
+        }
+        if (nomeCampo.compare(campo, Qt::CaseInsensitive) != 0)
             continue;
         if (tabella.isEmpty() || r.field(i).tableName().compare(tabella, Qt::CaseInsensitive) == 0)
             return i;

@@ -793,6 +793,19 @@ QString Format(const QDate& data, const QString& maschera)
     return r;
 }
 
+QString FormatTesto(const QString& testo, const QString& maschera)
+{
+    if (!IsNumeric(testo))
+        return testo;
+    try {
+        return Format(Decimale(testo), maschera);
+    } catch (const ErroreSistema&) {
+        // Forme accettate dal runtime ma non dalla lettura esatta (segno,
+        // separatore delle migliaia): si passa dalla doppia precisione.
+        return Format(Decimale::daDouble(CDbl(testo)), maschera);
+    }
+}
+
 // ---------------------------------------------------------------------------
 // Conversioni dal testo
 

@@ -95,6 +95,9 @@ QString Format(const Decimale& valore, const QString& maschera);
 // Formato di una data: "DD" o "D" giorno, "MM" o "M" mese, "YYYY" o "YY"
 // anno, senza distinzione tra maiuscole e minuscole; il resto è copiato.
 QString Format(const QDate& data, const QString& maschera);
+// Format applicato a un testo, come faceva il runtime: un testo numerico viene
+// letto e formattato, uno non numerico (vuoto compreso) torna così com'è.
+QString FormatTesto(const QString& testo, const QString& maschera);
 
 // Vero se CDbl accetterebbe il testo (vedi le forme in testa al file).
 bool IsNumeric(const QString& testo);

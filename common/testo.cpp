@@ -33,13 +33,17 @@ void ConEtichetta(const QString& etichetta, Corpo&& corpo)
 QString PadDestra(const QString& valore, int larghezza, QChar riempimento)
 {
     VerificaLarghezza(larghezza);
-    return (valore + QString(larghezza, riempimento)).left(larghezza);
+    if (valore.size() >= larghezza)
+        return valore.left(larghezza);
+    return valore + QString(larghezza - valore.size(), riempimento);
 }
 
 QString PadSinistra(const QString& valore, int larghezza, QChar riempimento)
 {
     VerificaLarghezza(larghezza);
-    return (QString(larghezza, riempimento) + valore).right(larghezza);
+    if (valore.size() >= larghezza)
+        return valore.right(larghezza);
+    return QString(larghezza - valore.size(), riempimento) + valore;
 }
 
 QString FormattaDecimali(const QString& valore, int decimali)

@@ -16,21 +16,6 @@ const QString AcapoMsg = QStringLiteral("\r\n");
 const QString TestoDifferenze = QStringLiteral("Si sono rilevate delle differenze nei calcoli Automatici : ");
 const QString TestoOverflow = QStringLiteral("OVERFLOW - ");
 
-// Format applicato a un testo, come faceva il runtime: un testo numerico viene
-// letto e formattato, uno non numerico (vuoto compreso) torna così com'è.
-QString FormatTesto(const QString& testo, const QString& maschera)
-{
-    if (!IsNumeric(testo))
-        return testo;
-    try {
-        return Format(Decimale(testo), maschera);
-    } catch (const ErroreSistema&) {
-        // Forme accettate dal runtime ma non dalla lettura esatta (segno,
-        // separatore delle migliaia): si passa dalla doppia precisione.
-        return Format(Decimale::daDouble(CDbl(testo)), maschera);
-    }
-}
-
 // Le aliquote sono tenute col punto: prima dell'uso diventano forma regionale.
 QString AliquotaRegionale(const QString& aliquota)
 {

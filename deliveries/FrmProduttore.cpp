@@ -3,6 +3,7 @@
 #include "common/aiuti_maschera.h"
 #include "common/aiuto.h"
 #include "common/codice_fiscale.h"
+#include "common/denominazione.h"
 #include "common/errore.h"
 #include "common/filtri_tastiera.h"
 #include "common/log_errori.h"
@@ -31,18 +32,6 @@ const QString Obbligatorio = QStringLiteral(" campo obbligatorio. ");
 const QString MsgEttogradi = QStringLiteral(
     "Gli Ettogradi non corisponde al prodotto della quantità di vino distillata beneficiaria dell'aiuto e il titolo "
     "alcolometricofatturato.");
-
-// Format di un testo: un numero si formatta, il resto (vuoto compreso) resta com'è.
-QString FormatTesto(const QString& testo, const QString& maschera)
-{
-    if (!IsNumeric(testo))
-        return testo;
-    try {
-        return Format(Decimale(testo), maschera);
-    } catch (const ErroreSistema&) {
-        return Format(Decimale::daDouble(CDbl(testo)), maschera);
-    }
-}
 
 bool Vuoto(const QLineEdit* campo) { return campo->text().trimmed().isEmpty(); }
 
@@ -578,26 +567,7 @@ void FrmProduttore::Cmdcalcolo_Click()
 void FrmProduttore::CmdTrovadenominazione_Click()
 {
     try {
-        const QString codice = TxtDati[6]->text();
-        if (Vuoto(TxtDati[6])) {
-            MsgBox(QStringLiteral("Inserire il codice fiscale o la Partita IVA."), StileMsg::Informazione,
-                   QStringLiteral("Produttore"));
-            TxtDati[6]->setFocus(Qt::OtherFocusReason);
-            return;
-        }
-        // Prima tra i produttori, poi tra le fatture dell'altro ramo.
-        for (const QString& tabella : {QStringLiteral("produttori"), QStringLiteral("fatture")}) {
-            Recordset rs = Db().OpenRecordset(
-                QStringLiteral("select denominazione  from %1 where codi_fisc =?").arg(tabella), {codice});
-            if (!rs.eof()) {
-                TxtDati[7]->setText(rs.Fields(QStringLiteral("Denominazione")).testo());
-                TxtDati[8]->setFocus(Qt::OtherFocusReason);
-                return;
-            }
-        }
-        MsgBox(QStringLiteral("Denominazione non esistente con la p.iva o codice fiscale inserito."),
-               StileMsg::Informazione, QStringLiteral("Produttore"));
-        TxtDati[7]->setFocus(Qt::OtherFocusReason);
+        TrovaDenominazione(TxtDati[6], TxtDati[7], TxtDati[8]);
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), EtichettaErrore(QStringLiteral("CmdTrovadenominazione")), e.numero(), e.descrizione());
     }

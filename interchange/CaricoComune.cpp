@@ -4,7 +4,9 @@
 #include "common/log_errori.h"
 #include "common/piattaforma.h"
 #include "common/testo.h"
+#include "interchange/Destinazioni.h"
 #include "interchange/FileFornitura.h"
+#include "interchange/ScaricoComune.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 
@@ -12,6 +14,13 @@
 #include <QFile>
 #include <QFileInfo>
 #include <sqlite3.h>
+
+QString NomeFileFornitura(const QString& tag, const QString& campagna)
+{
+    const bool soloArt29 = campagna == QLatin1String("2005") || campagna == QLatin1String("2004");
+    return QStringLiteral("ART") + (soloArt29 ? Articoli.left(2) : Articoli) + tag + campagna +
+           QStringLiteral(".txt");
+}
 
 namespace CaricoComune {
 
@@ -22,31 +31,7 @@ const QString ACapo = QStringLiteral("\r\n");
 const QString EtichettaCarico = QStringLiteral(" frmCarico.battoncarica");
 const QString EtichettaNote = QStringLiteral(" frmCarico.ScriviNote");
 
-// Come FileCopy: la destinazione esistente è sostituita.
-void CopiaFile(const QString& sorgente, const QString& destinazione)
-{
-    if (!QFileInfo(sorgente).isFile())
-        throw ErroreSistema(CodiciErrore::FileNonTrovatoRuntime);
-    QFile::remove(destinazione);
-    if (!QFile::copy(sorgente, destinazione))
-        throw ErroreSistema(CodiciErrore::AccessoPercorso);
-}
-
 }  // namespace
-
-QString CartellaProgramma()
-{
-    return QDir::cleanPath(QDir(sessione().PathDatabase).absoluteFilePath(QStringLiteral("..")));
-}
-
-QString FileDelProgramma(const QString& nome) { return QDir(CartellaProgramma()).filePath(nome); }
-
-QString NomeFileFornitura(const QString& tag, const QString& campagna)
-{
-    const bool soloArt29 = campagna == QLatin1String("2005") || campagna == QLatin1String("2004");
-    return QStringLiteral("ART") + (soloArt29 ? Articoli.left(2) : Articoli) + tag + campagna +
-           QStringLiteral(".txt");
-}
 
 QString TestoScarti(const QList<Scarto>& scarti)
 {
@@ -85,9 +70,9 @@ bool CaricoFornitura::ctrlCloni(const QString& tabella, const QString& condizion
 }
 
 void CaricoFornitura::ValoreScarto(const QString& motivo, const QString& domanda, const QString& progressivo,
-                                   const QString& fattura)
+                                   const QString& fattura, const QString& bolla)
 {
-    m_scarti.append(Scarto{domanda, progressivo, fattura, motivo});
+    m_scarti.append(Scarto{domanda, progressivo, fattura, motivo, bolla});
 }
 
 void CaricoFornitura::RigaScritta()
@@ -105,13 +90,13 @@ void CaricoFornitura::PLAY(bool attiva)
 void CaricoFornitura::BATTONCARICA(const QString& percorsoFile)
 {
     const QString titolo = sessione().TitoloMaschera;
-    const QString copia = FileDelProgramma(NomeCopiaDiLavoro);
+    const QString copia = FileDelProgramma(NomeFileTemporaneo);
     m_scarti.clear();
     m_scritte = 0;
     Azzera();
     Clessidra(true);
     try {
-        CopiaFile(percorsoFile, copia);
+        FileCopy(percorsoFile, copia);
         bool giaCaricata = false;
         {
             LetturaFornitura file(copia);
@@ -158,17 +143,16 @@ void CaricoFornitura::BATTONCARICA(const QString& percorsoFile)
                 TransazioneConfermata transazione;
                 scritte = AllineaDB();
             }
-            // Il conto finale, anche sotto il passo.
-            if (m_osservatore && m_scritte > 0)
-                m_osservatore->RigheScritte(m_scritte);
             if (scritte)
                 MsgBox(QStringLiteral("Carico fornitura correttamente eseguito"), StileMsg::Informazione, titolo);
             else
                 MsgBox(QStringLiteral("Carico fornitura non riuscito."), StileMsg::Critico, titolo);
+            // Il conto finale, anche sotto il passo.
+            if (m_osservatore && m_scritte > 0)
+                m_osservatore->RigheScritte(m_scritte);
         }
         PLAY(false);
-        if (QFileInfo::exists(copia) && !QFile::remove(copia))
-            throw ErroreSistema(CodiciErrore::AccessoPercorso);
+        CancellaSeEsiste(copia);
     } catch (const ErroreSistema& e) {
         PLAY(false);
         ScriviLogErr(QString(), EtichettaCarico, e.numero(), e.descrizione());

@@ -10,32 +10,31 @@
 #include <QVariantList>
 #include <QString>
 
-namespace CaricoComune {
-
 // Chi mostra l'avanzamento di un carico (la maschera). Le chiamate arrivano
 // dal carico stesso, a intervalli, e sono il momento di servire gli eventi.
-class Osservatore {
+class OsservatoreCarico {
 public:
-    virtual ~Osservatore() = default;
+    virtual ~OsservatoreCarico() = default;
     // Avvia o ferma l'animazione, che riparte dal primo fotogramma.
     virtual void PLAY(bool attiva) = 0;
     virtual void RecordLetti(qint64 numero) = 0;
     virtual void RigheScritte(qint64 numero) = 0;
 };
 
-// Ogni quanti record letti o righe scritte si avvisa l'osservatore.
-constexpr qint64 PassoAvanzamento = 2000;
-
-inline const QString NomeCopiaDiLavoro = QStringLiteral("COPI1.666");
-inline const QString NomeDomandeScartate = QStringLiteral("Domande_Scartate.txt");
-
-// La cartella del programma (il genitore di PathDatabase) e un file in essa.
-QString CartellaProgramma();
-QString FileDelProgramma(const QString& nome);
-
 // Il nome della fornitura da cercare: "ART", "29" per le campagne 2004 e
 // 2005 ("29-30" per le altre), il ramo ("FAT", "CONF"), la campagna, ".txt".
 QString NomeFileFornitura(const QString& tag, const QString& campagna);
+
+// L'elenco delle domande scartate, accanto al programma, nella codifica
+// locale del sistema (la stessa con cui MostraTesto lo legge).
+inline const QString NomeDomandeScartate = QStringLiteral("Domande_Scartate.txt");
+
+namespace CaricoComune {
+
+using Osservatore = OsservatoreCarico;
+
+// Ogni quanti record letti o righe scritte si avvisa l'osservatore.
+constexpr qint64 PassoAvanzamento = 2000;
 
 // Una riga dell'elenco degli scarti.
 struct Scarto {
@@ -43,6 +42,7 @@ struct Scarto {
     QString Progressivo;
     QString Fattura;  // nel ramo conferimenti il certificato, quando c'è
     QString Motivo;
+    QString Bolla;  // tenuta, ma non scritta nell'elenco
 };
 
 // Il testo di Domande_Scartate.txt: per ogni scarto domanda, progressivo,
@@ -82,13 +82,14 @@ protected:
     virtual qint32 NumeroDomandeLette() const = 0;
     // Riempie gli scarti; falso ferma il carico.
     virtual bool Controllodati() = 0;
-    // Scrive le domande; dentro la transazione del carico.
+    // Scrive le domande, dentro la transazione del carico. Conta ogni riga
+    // principale scritta con RigaScritta.
     virtual bool AllineaDB() = 0;
 
     // "select * from " tabella condizione: vero se trova una riga.
     bool ctrlCloni(const QString& tabella, const QString& condizione, const QVariantList& parametri);
     void ValoreScarto(const QString& motivo, const QString& domanda, const QString& progressivo = QString(),
-                      const QString& fattura = QString());
+                      const QString& fattura = QString(), const QString& bolla = QString());
     void RigaScritta();
 
 private:

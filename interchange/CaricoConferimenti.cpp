@@ -280,7 +280,7 @@ void CaricoConferimenti::AnnullaAMano()
 
 void CaricaFornituraConferimenti(const QString& percorsoFile) { CaricaFornituraConferimenti(percorsoFile, nullptr); }
 
-void CaricaFornituraConferimenti(const QString& percorsoFile, CaricoComune::Osservatore* osservatore)
+void CaricaFornituraConferimenti(const QString& percorsoFile, OsservatoreCarico* osservatore)
 {
     CaricoConferimenti carico(osservatore);
     carico.BATTONCARICA(percorsoFile);

@@ -13,4 +13,4 @@
 
 // BATTONCARICA sul file dato.
 void CaricaFornituraConferimenti(const QString& percorsoFile);
-void CaricaFornituraConferimenti(const QString& percorsoFile, CaricoComune::Osservatore* osservatore);
+void CaricaFornituraConferimenti(const QString& percorsoFile, OsservatoreCarico* osservatore);

@@ -34,6 +34,37 @@ const CaratteriPagina& Pagina()
     return pagina;
 }
 
+// Un byte, un carattere: la tavola dei 256 byte ricavata una volta dalla
+// pagina. Leggere così un file grande evita il convertitore generico, che
+// su 100 000 righe pesa quanto tutto il resto della lettura.
+struct TavolaPagina {
+    TavolaPagina()
+    {
+        QStringDecoder decodifica(PaginaCodici);
+        for (int b = 0; b < 0x100; ++b) {
+            const char c = static_cast<char>(b);
+            const QString testo = decodifica.decode(QByteArrayView(&c, 1));
+            carattere[b] = testo.size() == 1 ? testo.at(0).unicode() : char16_t(0xFFFD);
+        }
+    }
+    QString Decodifica(QByteArrayView byte) const
+    {
+        QString testo(byte.size(), Qt::Uninitialized);
+        char16_t* destinazione = reinterpret_cast<char16_t*>(testo.data());
+        const auto* origine = reinterpret_cast<const unsigned char*>(byte.data());
+        for (qsizetype i = 0; i < byte.size(); ++i)
+            destinazione[i] = carattere[origine[i]];
+        return testo;
+    }
+    std::array<char16_t, 0x100> carattere{};
+};
+
+const TavolaPagina& Tavola()
+{
+    static const TavolaPagina tavola;
+    return tavola;
+}
+
 // Il testo con "?" al posto di ciò che la pagina non ha; di solito non copia.
 QString SoloPagina(const QString& riga)
 {
@@ -68,11 +99,7 @@ QByteArray CodificaRiga(const QString& riga)
     return codifica.encode(SoloPagina(riga));
 }
 
-QString DecodificaRiga(const QByteArray& byte)
-{
-    QStringDecoder decodifica(PaginaCodici);
-    return decodifica.decode(byte);
-}
+QString DecodificaRiga(const QByteArray& byte) { return Tavola().Decodifica(byte); }
 
 ScritturaFornitura::ScritturaFornitura(const QString& percorso)
     : m_file(percorso), m_codifica(PaginaCodici)
@@ -122,24 +149,30 @@ void ScritturaFornitura::Close()
         throw ErroreSistema(CodiciErrore::DiscoPieno);
 }
 
-LetturaFornitura::LetturaFornitura(const QString& percorso)
+LetturaFornitura::LetturaFornitura(const QString& percorso) : m_file(percorso)
 {
-    QFile file(percorso);
-    if (!file.open(QIODevice::ReadOnly))
-        ErroreApertura(file, false);
-    m_testo = QStringDecoder(PaginaCodici).decode(file.readAll());
+    if (!m_file.open(QIODevice::ReadOnly))
+        ErroreApertura(m_file, false);
+    // Il file mappato in memoria: niente copia di una fornitura grande. Un
+    // file vuoto (o che non si mappa) si legge come sempre.
+    const qint64 misura = m_file.size();
+    if (uchar* mappa = misura > 0 ? m_file.map(0, misura) : nullptr)
+        m_byte = QByteArray::fromRawData(reinterpret_cast<const char*>(mappa), misura);
+    else
+        m_byte = m_file.readAll();
 }
 
 QString LetturaFornitura::LineInput()
 {
     if (eof())
         throw ErroreSistema(InputOltreFineFile, QStringLiteral("Input oltre la fine del file"));
-    qsizetype fine = m_testo.indexOf(QLatin1Char('\r'), m_pos);
+    // Un byte è un carattere: la riga si cerca nei byte e si decodifica da sola.
+    qsizetype fine = m_byte.indexOf('\r', m_pos);
     if (fine < 0)
-        fine = m_testo.size();
-    QString riga = m_testo.mid(m_pos, fine - m_pos);
+        fine = m_byte.size();
+    QString riga = Tavola().Decodifica(QByteArrayView(m_byte).sliced(m_pos, fine - m_pos));
     m_pos = fine + 1;
-    if (m_pos < m_testo.size() && m_testo.at(m_pos) == QLatin1Char('\n'))
+    if (m_pos < m_byte.size() && m_byte.at(m_pos) == '\n')
         ++m_pos;
     return riga;
 }

@@ -5,6 +5,7 @@
 // accentata è un carattere e un byte.
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QFile>
 #include <QString>
 #include <QStringEncoder>
@@ -38,18 +39,19 @@ private:
 
 // Lettura sequenziale, come "Line Input #": una riga finisce con CR o con
 // CR LF; un LF da solo resta nella riga. Errori in apertura: 53 file
-// inesistente, 75 accesso negato.
+// inesistente, 75 accesso negato. Il file resta aperto finché l'oggetto vive.
 class LetturaFornitura {
 public:
     explicit LetturaFornitura(const QString& percorso);
     LetturaFornitura(const LetturaFornitura&) = delete;
     LetturaFornitura& operator=(const LetturaFornitura&) = delete;
 
-    bool eof() const { return m_pos >= m_testo.size(); }
+    bool eof() const { return m_pos >= m_byte.size(); }
     // La riga seguente senza fine riga; a fine file solleva l'errore 62.
     QString LineInput();
 
 private:
-    QString m_testo;
+    QFile m_file;
+    QByteArray m_byte;  // i byte del file, di solito mappati
     qsizetype m_pos = 0;
 };

@@ -5,7 +5,7 @@
 
 FrmProduttore_carico::FrmProduttore_carico(QWidget* genitore)
     : MascheraCarico(QStringLiteral("FrmProduttore_carico"), TagConferimenti,
-                     [](const QString& file, CaricoComune::Osservatore* o) { CaricaFornituraConferimenti(file, o); },
+                     [](const QString& file, OsservatoreCarico* o) { CaricaFornituraConferimenti(file, o); },
                      genitore)
 {
 }

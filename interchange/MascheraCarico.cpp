@@ -1,14 +1,12 @@
 #include "interchange/MascheraCarico.h"
 
 #include "common/aiuti_maschera.h"
-#include "common/piattaforma.h"
+#include "interchange/Destinazioni.h"
 #include "shell/session_state.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -20,23 +18,6 @@ namespace {
 
 constexpr int Fotogrammi = 10;
 constexpr int IntervalloTimer = 120;
-
-// Chiede una cartella finché vi si trova il file; il percorso completo, ""
-// se l'utente rinuncia.
-QString TrovaFileInCartella(const QString& nomeFile, const QString& titolo)
-{
-    for (;;) {
-        const QString cartella = SfogliaCartella(titolo);
-        if (cartella.isEmpty())
-            return QString();
-        const QString completo = QDir(cartella).filePath(nomeFile);
-        if (QFileInfo(completo).isFile())
-            return completo;
-        if (MsgBox(QStringLiteral("Il percorso indicato non è corretto"), StileMsg::RiprovaAnnulla + StileMsg::Esclamativo,
-                   sessione().TitoloMaschera) != RispostaMsg::Riprova)
-            return QString();
-    }
-}
 
 }  // namespace
 
@@ -110,7 +91,7 @@ MascheraCarico::MascheraCarico(const QString& nome, const QString& tag, Funzione
 
     CaricaCmb(CmbDomAnnualita, QStringLiteral("CAMPAGNA"), QStringLiteral("ANNUALITA"), QString(), false,
               QStringLiteral(" ORDER BY ANNUALITA"), false, false);
-    percorso->setText(percorso->text() + QLatin1Char(' ') + CaricoComune::NomeFileFornitura(m_tag, QString()));
+    percorso->setText(percorso->text() + QLatin1Char(' ') + NomeFileFornitura(m_tag, QString()));
     Cmddati[0]->setDefault(true);
 }
 
@@ -118,7 +99,7 @@ MascheraCarico::~MascheraCarico() = default;
 
 QString MascheraCarico::NomeSenzaCampagna() const
 {
-    QString nome = CaricoComune::NomeFileFornitura(m_tag, CmbDomAnnualita->currentText());
+    QString nome = NomeFileFornitura(m_tag, CmbDomAnnualita->currentText());
     nome.chop(4);  // ".txt"
     nome.chop(CmbDomAnnualita->currentText().size());
     return nome;
@@ -141,7 +122,7 @@ void MascheraCarico::Cmddati_Click(int Index)
         close();
         return;
     }
-    const QString nome = CaricoComune::NomeFileFornitura(m_tag, CmbDomAnnualita->currentText());
+    QString nome = NomeFileFornitura(m_tag, CmbDomAnnualita->currentText());
     QString file =
         TrovaFileInCartella(nome, QStringLiteral("Selezionare il Percorso del file ") + nome + QStringLiteral(" di Carico."))
             .trimmed();

@@ -18,10 +18,10 @@ class QLabel;
 class QPushButton;
 class QTimer;
 
-class MascheraCarico : public QWidget, public CaricoComune::Osservatore {
+class MascheraCarico : public QWidget, public OsservatoreCarico {
     Q_OBJECT
 public:
-    using FunzioneCarico = std::function<void(const QString& percorsoFile, CaricoComune::Osservatore*)>;
+    using FunzioneCarico = std::function<void(const QString& percorsoFile, OsservatoreCarico*)>;
     MascheraCarico(const QString& nome, const QString& tag, FunzioneCarico carico, QWidget* genitore = nullptr);
     ~MascheraCarico() override;
 

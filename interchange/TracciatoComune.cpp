@@ -40,8 +40,15 @@ QDate DataCanonica(const QString& t)
 QString FormatoData(const QString& testo, const QString& maschera)
 {
     const QDate canonica = DataCanonica(testo);
-    if (canonica.isValid())
+    if (canonica.isValid()) {
+        // Le due maschere dei tracciati, scritte dai pezzi del testo: è la
+        // via di ogni riga di uno scarico.
+        if (maschera == QLatin1String("DD/MM/YYYY"))
+            return testo;
+        if (maschera == QLatin1String("YYYYMMDD"))
+            return testo.mid(6, 4) + testo.mid(3, 2) + testo.left(2);
         return Format(canonica, maschera);
+    }
     if (!IsDate(testo))
         return testo;
     return Format(CDate(testo), maschera);

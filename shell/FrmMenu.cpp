@@ -1,5 +1,6 @@
 #include "shell/FrmMenu.h"
 
+#include "archive/Archivio.h"
 #include "common/errore.h"
 #include "common/piattaforma.h"
 #include "shell/ApriDatabase.h"
@@ -260,7 +261,7 @@ void FrmMenu::mnuSistema_Click(int Index)
 
 void FrmMenu::mnuAr_Click(int Index)
 {
-    EseguiAzione(Index == 0 ? NomiAzioni::Backup : NomiAzioni::Restore);
+    ArchivioDaMenu(Index);
 }
 
 void FrmMenu::mnVer_Click() { MostraMaschera(QStringLiteral("frmAbout")); }

@@ -127,6 +127,8 @@ void AggiornamentoVersione()
         s.VersioneDb = TestoNonNull(versione);
         s.DataVersioneDb = TestoNonNull(rs.Fields(QStringLiteral("data_versione")));
         rs.Close();
+        // Solo un database della versione giusta riceve le viste di questa.
+        AggiornaVisteConsegnate(db);
 
         // Mentre la schermata aspetta non si tiene aperta nessuna connessione.
         s.DbDistilleria->Close();

@@ -1,8 +1,13 @@
 #include "shell/registro_maschere.h"
 
 #include "deliveries/registra_conferimenti_utf.h"
+#include "deliveries/registra_domande_produttori.h"
 #include "deliveries/registra_produttore.h"
 #include "interchange/registra_carico_conferimenti.h"
+#include "interchange/registra_forniture.h"
+#include "invoices/registra_domande.h"
+#include "invoices/registra_fatture.h"
+#include "invoices/registra_liste_domande.h"
 #include "printing/registra_stampe.h"
 #include "shell/registra_distilleria.h"
 
@@ -77,5 +82,10 @@ void RegistraMaschereDelSistema()
     RegistraMaschereConferimentiUtf();
     RegistraStampe();
     RegistraMaschereProduttore();
+    RegistraMaschereDomande();
+    RegistraMaschereDomandeProduttori();
+    RegistraMaschereFatture();
+    RegistraMaschereForniture();
     RegistraMaschereCaricoConferimenti();
+    RegistraListeDomande();
 }

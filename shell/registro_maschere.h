@@ -44,6 +44,4 @@ namespace NomiAzioni {
 inline const QString VerificaDistilleria = QStringLiteral("VerificaDistilleria");
 // Stampa di tutte le bolle (voce "Stampe Bolle", dichiarata non disponibile).
 inline const QString StampaBolleMenu = QStringLiteral("StampaBolleMenu");
-inline const QString Backup = QStringLiteral("Backup");
-inline const QString Restore = QStringLiteral("Restore");
 }  // namespace NomiAzioni

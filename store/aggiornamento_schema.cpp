@@ -4,6 +4,10 @@
 #include "common/log_errori.h"
 #include "shell/session_state.h"
 #include "store/database.h"
+#include "store/database_consegnato.h"
+#include "store/schema_incorporato.h"
+
+#include <QRegularExpression>
 
 namespace {
 
@@ -71,5 +75,27 @@ void CREA_TAB_CAMPAGNA(Database& db, const QStringList& anni)
             db.Execute(QStringLiteral("insert into CAMPAGNA(ANNUALITA) values(?)"), {anni[i]});
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), QStringLiteral("CREA_TAB_CAMPAGNA"), e.numero(), e.descrizione());
+    }
+}
+
+void AggiornaVisteConsegnate(Database& db)
+{
+    static const QRegularExpression nomeVista(QStringLiteral(R"(^CREATE\s+VIEW\s+(\w+)\s)"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    for (const QString& istruzione : IstruzioniSchema(QString::fromUtf8(SchemaIncorporato))) {
+        const QRegularExpressionMatch m = nomeVista.match(istruzione);
+        if (!m.hasMatch())
+            continue;
+        const QString nome = m.captured(1);
+        try {
+            Recordset rs = db.OpenRecordset(
+                QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'view' AND name = ? COLLATE NOCASE"), {nome});
+            if (!rs.eof() && rs.Fields(QStringLiteral("sql")).testo().trimmed() == istruzione)
+                continue;
+            db.Execute(QStringLiteral("DROP VIEW IF EXISTS \"%1\"").arg(nome));
+            db.Execute(istruzione);
+        } catch (const ErroreSistema& e) {
+            ScriviLogErr(QString(), QStringLiteral("AggiornaVisteConsegnate"), e.numero(), e.descrizione());
+        }
     }
 }

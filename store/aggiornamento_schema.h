@@ -12,6 +12,11 @@ class Database;
 bool CreaTabSetup(Database& db);
 // Ricrea TAB_Fornitura vuota. Solo l'eliminazione ignora gli errori.
 void CreaTabFornitura(Database& db);
+// Riporta le viste del database consegnato (quelle delle stampe) alla
+// definizione di questa versione: un database creato da una versione
+// precedente del programma le ha più povere. Una vista mancante o diversa
+// si ricrea; gli errori vanno nel registro e l'avvio continua.
+void AggiornaVisteConsegnate(Database& db);
 // Ricrea CAMPAGNA con gli anni dati; l'ultimo elemento non viene inserito.
 // Nessuno la chiama in questa versione.
 void CREA_TAB_CAMPAGNA(Database& db, const QStringList& anni);

@@ -139,6 +139,10 @@ TEST_F(ProvaListe, ColonneConNomeDiTabella)
     EXPECT_EQ(Modello()->Colonna(QStringLiteral("NESSUNA")), -1);
     EXPECT_THROW(Modello()->Campo(0, QStringLiteral("NESSUNA")), ErroreSistema);
     EXPECT_THROW(Modello()->Campo(5, QStringLiteral("DOMANDA")), ErroreSistema);
+    // Nel join della lista delle fatture SQLite chiama "ID_VARIETA:1" la colonna di DOMANDE.
+    Carica("1", false);
+    EXPECT_EQ(Modello()->Colonna(QStringLiteral("ID_VARIETA")), 6);
+    EXPECT_EQ(Modello()->Colonna(QStringLiteral("DOMANDE.ID_VARIETA")), 6);
 }
 
 TEST_F(ProvaListe, ModiSenzaIstruzioneEErroriDelChiamante)

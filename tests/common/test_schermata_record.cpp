@@ -59,16 +59,12 @@ TEST_F(ProvaMaschera, EtichettaETooltipSeparati)
     }
 }
 
-TEST_F(ProvaMaschera, IngressoSelezionaF1AiutaEscNonChiude)
+TEST_F(ProvaMaschera, IngressoSelezionaEscNonChiude)
 {
     Campo(campo::Libero)->setText(QStringLiteral("ROSSI"));
     Campo(campo::Libero)->setFocus(Qt::MouseFocusReason);
     EXPECT_EQ(Campo(campo::Libero)->selectedText(), QStringLiteral("ROSSI"));
-
-    QTest::keyClick(Campo(campo::Data), Qt::Key_F1);
-    QTest::keyClick(maschera->Cmddati.value(0), Qt::Key_F1);
     QTest::keyClick(Campo(campo::Libero), Qt::Key_Escape);
-    EXPECT_EQ(aiuti, QStringList(2, QStringLiteral("FrmProva")));
     EXPECT_TRUE(maschera->isVisible());
 }
 
@@ -145,7 +141,7 @@ TEST_F(ProvaMaschera, EsciEHelpNonAspettanoLaValidazione)
     EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
-// F1, in un campo o sulla maschera, è il clic sul pulsante d'aiuto della
+// F1, in un campo, su un pulsante o sulla maschera, è il clic sul pulsante d'aiuto della
 // maschera, qualunque sia il suo indice.
 TEST_F(ProvaMaschera, F1PremeIlPulsanteDAiutoDellaMaschera)
 {
@@ -153,9 +149,10 @@ TEST_F(ProvaMaschera, F1PremeIlPulsanteDAiutoDellaMaschera)
         maschera->indiceHelp = indice;
         QTest::keyClick(Prepara(campo::Nome, QStringLiteral("X")), Qt::Key_F1);
         QTest::keyClick(maschera.get(), Qt::Key_F1);
+        QTest::keyClick(maschera->Cmddati.value(0), Qt::Key_F1);
     }
-    EXPECT_EQ(maschera->clic, (QList<int>{2, 2, 5, 5}));
-    EXPECT_EQ(aiuti, QStringList(2, QStringLiteral("FrmProva")));
+    EXPECT_EQ(maschera->clic, (QList<int>{2, 2, 2, 5, 5, 5}));
+    EXPECT_EQ(aiuti, QStringList(3, QStringLiteral("FrmProva")));
 }
 
 // Un rifiuto fa perdere il clic anche ai controlli registrati a parte: una
@@ -214,21 +211,6 @@ TEST_F(ProvaMaschera, CaricaMascheraTitoloPosizioneERiempimento)
     sessione().Azzera();
 }
 
-TEST_F(ProvaMaschera, ValidazioneRidefinita)
-{
-    maschera->validazione = [](int indice) {
-        if (indice != campo::Libero)
-            return true;
-        MsgBox(QStringLiteral("Note errate"), StileMsg::Esclamativo);
-        return false;
-    };
-    QLineEdit* note = Prepara(campo::Libero, QStringLiteral("X"));
-    script->Rispondi(RispostaMsg::OK);
-    QTest::keyClick(note, Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), note);
-    EXPECT_EQ(script->messaggi, (Messaggi{{QStringLiteral("Note errate"), StileMsg::Esclamativo, QString()}}));
-}
-
 TEST_F(ProvaMaschera, PulisciCampiRisparmiaITagEsclusiEDont)
 {
     ImpostaTag(Campo(campo::Libero), QStringLiteral("Dont"));
@@ -253,7 +235,8 @@ TEST_F(ProvaMaschera, PulisciCampiRisparmiaITagEsclusiEDont)
     EXPECT_EQ(testi(), (QStringList{"", "", "X", "X", "", "0"}));
 }
 
-TEST(PosizionaForm, SchermoEPadre)
+// Sullo schermo la posizione è nella prova del caricamento.
+TEST(PosizionaForm, SulPadre)
 {
     QWidget padre;
     padre.setGeometry(100, 80, 600, 400);
@@ -261,27 +244,6 @@ TEST(PosizionaForm, SchermoEPadre)
     figlia.resize(200, 100);
     PosizionaForm(&figlia, false, &padre);
     EXPECT_EQ(figlia.pos(), QPoint(100 + 200, 80 + 150));
-    PosizionaForm(&figlia, true, &padre);
-    const QRect schermo = figlia.screen()->geometry();
-    EXPECT_EQ(figlia.pos(), QPoint(schermo.left() + (schermo.width() - 200) / 3,
-                                   schermo.top() + (schermo.height() - 100) / 4));
-}
-
-// ------------------------------------------------------ matrici di controlli
-
-TEST(ArrayControlli, IndiceMancanteSollevaIl340SenzaInserire)
-{
-    QLabel due;
-    ArrayEtichette array;
-    array.insert(2, &due);
-    const ArrayEtichette& costante = array;
-    for (const int indice : {2, 1, -1}) {
-        const QString errore =
-            indice == 2 ? QString() : QStringLiteral("340 L'elemento %1 della matrice di controlli non esiste.").arg(indice);
-        EXPECT_EQ(ErroreDi([&] { EXPECT_EQ(array[indice], &due); }), errore);
-        EXPECT_EQ(ErroreDi([&] { EXPECT_EQ(costante[indice], &due); }), errore);
-    }
-    EXPECT_EQ(array.keys(), QList<int>{2});
 }
 
 // Un indice che non c'è, letto in un clic, nel caricamento o nella

@@ -8,6 +8,15 @@
 #include "support/cartella_prova.h"
 #include "support/verifiche.h"
 
+// I certificati come li lascia SeminaCertificati, nelle colonne di TutteLeRigheUtf.
+inline const QString TutteLeRigheUtf = QStringLiteral(
+    "SELECT iD_UTF, iD_DOMANDA, NUMERO_CERTIFICATO_UTF, DESCR_UFFICIO_UTF_PROVINCIA, SIGLA_UFFICIO_UTF_PROVINCIA, "
+    "ISTAT_UFFICIO_UTF_PROVINCIA, DATA_EMISSIONE_CERTIFICATO, QTA_TOT_ETTOGRADI_VINO_LAVORATO, "
+    "QTA_TOT_VINO_LAVORATO, QTA_TOT_ALCOLE_GREZZO_OTTENUTO, QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, "
+    "QTA_TOT_ACQUAVITE_OTTENUTO, QUADRATURA FROM TAB_UTF ORDER BY iD_UTF");
+inline const QString Utf1 = QStringLiteral("1|1|UTF000001|TORINO|TO|001|10/01/2006|3300,0000|300,0000|10,0000|20,0000|0,0000|");
+inline const QString Utf2 = QStringLiteral("2|1|UTF000002|CUNEO|CN|004|11/01/2006|600,0000|50,0000|0,0000|5,0000|0,0000|0");
+
 class ProvaConferimenti : public ProvaConDatabase {
 protected:
     void SetUp() override

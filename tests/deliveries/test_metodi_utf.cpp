@@ -9,14 +9,6 @@
 
 namespace {
 
-const QString Certificati = QStringLiteral(
-    "SELECT iD_UTF, iD_DOMANDA, NUMERO_CERTIFICATO_UTF, DESCR_UFFICIO_UTF_PROVINCIA, SIGLA_UFFICIO_UTF_PROVINCIA, "
-    "ISTAT_UFFICIO_UTF_PROVINCIA, DATA_EMISSIONE_CERTIFICATO, QTA_TOT_ETTOGRADI_VINO_LAVORATO, "
-    "QTA_TOT_VINO_LAVORATO, QTA_TOT_ALCOLE_GREZZO_OTTENUTO, QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, "
-    "QTA_TOT_ACQUAVITE_OTTENUTO, QUADRATURA FROM TAB_UTF ORDER BY iD_UTF");
-const QString Uno = QStringLiteral(
-    "1|1|UTF000001|TORINO|TO|001|10/01/2006|3300,0000|300,0000|10,0000|20,0000|0,0000|");
-const QString Due = QStringLiteral("2|1|UTF000002|CUNEO|CN|004|11/01/2006|600,0000|50,0000|0,0000|5,0000|0,0000|0");
 // Il certificato del record di sessione, scritto sotto la domanda 2.
 const QString DaSessione = QStringLiteral(
     "2|UTF'9\"|L'AQUILA|AQ|066|01/02/2006|11,0000|1,0000|2,0000|0,0000|0,0000|1");
@@ -51,13 +43,13 @@ TEST_F(MetodiCertificato, ScrittureEMarche)
     } casi[] = {
         // Il certificato nuovo va sotto la domanda 2, ma le marche tornano "N"
         // sulla 1 (UtfSel.iD_DOMANDA) e sulla 3 (DomandaSel), non sulla 2.
-        {"inserimento", 0, QString(), 3, true, {Uno, Due, "3|" + DaSessione}, {"1|N|N", "2|S|S", "3|N|N"}, {}},
-        {"modifica", 1, QStringLiteral("where  id_utf =1"), 0, true, {"1|" + DaSessione, Due},
+        {"inserimento", 0, QString(), 3, true, {Utf1, Utf2, "3|" + DaSessione}, {"1|N|N", "2|S|S", "3|N|N"}, {}},
+        {"modifica", 1, QStringLiteral("where  id_utf =1"), 0, true, {"1|" + DaSessione, Utf2},
          {"1|N|N", "2|S|S", "3|S|S"}, {}},
-        {"modifica senza riga", 1, QStringLiteral("where  id_utf =7"), 3, false, {Uno, Due},
+        {"modifica senza riga", 1, QStringLiteral("where  id_utf =7"), 3, false, {Utf1, Utf2},
          {"1|S|S", "2|S|S", "3|S|S"}, {{Nessuna, 48, QString()}}},
-        {"cancellazione", 2, QStringLiteral("where id_utf=2"), 2, true, {Uno}, {"1|N|N", "2|N|N", "3|S|S"}, {}},
-        {"operazione sconosciuta", 3, QStringLiteral("where id_utf=2"), 2, false, {Uno, Due},
+        {"cancellazione", 2, QStringLiteral("where id_utf=2"), 2, true, {Utf1}, {"1|N|N", "2|N|N", "3|S|S"}, {}},
+        {"operazione sconosciuta", 3, QStringLiteral("where id_utf=2"), 2, false, {Utf1, Utf2},
          {"1|S|S", "2|S|S", "3|S|S"},
          {{MessaggioLogErr(3020, QStringLiteral("Update o CancelUpdate senza AddNew o Edit."),
                            QStringLiteral("frmProduttore_Utf motedoUtf")),
@@ -71,7 +63,7 @@ TEST_F(MetodiCertificato, ScrittureEMarche)
         script->AccettaMessaggiSenzaRisposta();
         sessione().DomandaSel.ID_DOMANDA = c.domandaFatture;
         EXPECT_EQ(MetodiUtf(c.operazione, c.condizione), c.esito);
-        EXPECT_EQ(Righe(db(), Certificati), c.certificati);
+        EXPECT_EQ(Righe(db(), TutteLeRigheUtf), c.certificati);
         EXPECT_EQ(Marche(), c.marche);
         EXPECT_EQ(script->messaggi, c.messaggi);
         // Il certificato inserito non torna nel record di sessione.
@@ -85,15 +77,6 @@ TEST_F(MetodiCertificato, ScrittureEMarche)
     EXPECT_EQ(script->messaggi[0].testo,
               MessaggioLogErr(3021, DescrizioneErrore(3021), QStringLiteral("frmProduttore_Utf motedoUtf")));
     EXPECT_EQ(Errori(), QStringList(2, QStringLiteral("|frmProduttore_Utf motedoUtf")));
-}
-
-TEST_F(MetodiCertificato, UnaCondizioneErrataPrendeLaViaDellErrore)
-{
-    script->AccettaMessaggiSenzaRisposta();
-    EXPECT_FALSE(MetodiUtf(1, QStringLiteral("where id_utf = 'x")));
-    EXPECT_EQ(Errori(), QStringList{"|frmProduttore_Utf motedoUtf"});
-    EXPECT_EQ(Righe(db(), Certificati), QStringList({Uno, Due}));
-    EXPECT_EQ(Marche(), QStringList({"1|S|S", "2|S|S", "3|S|S"}));
 }
 
 TEST_F(ProvaConferimenti, LegameDeiProduttori)

@@ -1,14 +1,12 @@
 // Browser dei certificati e dei produttori e produttori senza certificato:
 // comandi con i loro rifiuti e messaggi, pagine, dati e somme che seguono il
-// cursore, produttore tolto, ritrovato per l'inizio del nome e riassegnato.
-#include "common/SchermataRecord.h"
+// cursore, ricerca per l'inizio del nome e assegnazione dei produttori liberi.
 #include "deliveries/FrmProduttore_SelezionaProd.h"
 #include "deliveries/frmProduttoriNoAssociati.h"
 #include "deliveries/registra_conferimenti_utf.h"
 #include "shell/registro_maschere.h"
 
 #include "conferimenti_prova.h"
-#include "shell/modale_di_prova.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -24,7 +22,8 @@ namespace {
 
 const QString Titolo = QStringLiteral(" Certificato UTF ");
 
-// Maschera al posto di quelle aperte per nome: annota come trova la sessione e si chiude.
+// Maschera al posto di quelle aperte per nome: annota come trova la sessione e
+// si chiude; quella del certificato ne cambia il numero, come un salvataggio.
 struct Apertura {
     QString nome, modo;
     qint32 utf = 0, produttore = 0;
@@ -37,6 +36,8 @@ public:
     {
         const auto& s = sessione();
         aperture << Apertura{nome, s.ModoMaschera, s.UtfSel.iD_UTF, s.ProduttoreSel.iD_PRODUTTORI};
+        if (nome == QLatin1String("frmProduttore_Utf"))
+            Db().Execute(QStringLiteral("UPDATE TAB_UTF SET NUMERO_CERTIFICATO_UTF = 'SALVATO' WHERE iD_UTF = 2"));
         QTimer::singleShot(0, this, &QDialog::accept);
     }
 };
@@ -151,6 +152,14 @@ TEST_F(Browser, CaricamentoEPagine)
         EXPECT_EQ(Colonna(1, "DENOMINAZIONE"), c.produttori);
         EXPECT_EQ(Campi({4, 5}), c.certificato);
         EXPECT_EQ(Campi({15, 16}), c.somme);
+        // Il certificato della riga passa intero alla maschera di modifica.
+        const UtfSelezionato& u = sessione().UtfSel;
+        EXPECT_EQ(QStringList({QString::number(u.iD_UTF), u.NUMERO_CERTIFICATO_UTF, u.DESCR_UFFICIO_UTF_PROVINCIA,
+                               u.SIGLA_UFFICIO_UTF_PROVINCIA, u.DATA_EMISSIONE_CERTIFICATO, u.QTA_TOT_VINO_LAVORATO,
+                               u.QTA_TOT_ETTOGRADI_VINO_LAVORATO, u.QTA_TOT_ALCOLE_NEUTRO_OTTENUTO})
+                      .join(u'|'),
+                  c.riga == 0 ? QStringLiteral("1|UTF000001|TORINO|TO|10/01/2006|300,0000|3300,0000|20,0000")
+                              : QStringLiteral("2|UTF000002|CUNEO|CN|11/01/2006|50,0000|600,0000|5,0000"));
         // I dati del produttore seguono il cursore; senza produttori restano vuoti.
         const QStringList vuoti(9, QString());
         EXPECT_EQ(Campi({6, 7, 8, 9, 10, 11, 12, 13, 14}),
@@ -249,8 +258,11 @@ TEST_F(Browser, ComandiDeiCertificati)
         EXPECT_EQ(CertificatiRimasti(), c.certificati);
         // Le marche tornano "N" solo se un certificato è stato cancellato.
         EXPECT_EQ(Marche(), c.marche.isEmpty() ? QStringList({"1|S|S", "2|S|S", "3|S|S"}) : c.marche);
-        // La lista si ricarica: il certificato cancellato ne esce.
+        // La lista si ricarica: il certificato cancellato ne esce, il salvato si vede.
         EXPECT_EQ(f->Data_SelProd_utf[0]->rowCount(), c.domanda == 1 ? c.certificati.size() : 1);
+        if (c.modo == QLatin1String("M")) {
+            EXPECT_EQ(Colonna(0, "TAB_UTF.NUMERO_CERTIFICATO_UTF"), QStringList({"UTF000001", "SALVATO"}));
+        }
         EXPECT_TRUE(f->isVisible());
     }
 }
@@ -304,45 +316,6 @@ TEST_F(Browser, ComandiDeiProduttori)
         EXPECT_EQ(Righe(db(), QStringLiteral("SELECT COUNT(*) FROM PRODUTTORI")), QStringList{"6"});
     }
     EXPECT_EQ(Marche(), QStringList({"1|S|S", "2|S|S", "3|S|S"}));
-}
-
-// Un produttore tolto dal certificato sta tra quelli senza certificato, si
-// ritrova per l'inizio del nome e si riassegna da "Assegna".
-TEST_F(Browser, ProduttoreToltoRitrovatoERiassegnato)
-{
-    AnnullaRegistrazioni();
-    RegistraMaschereConferimentiUtf();
-    Apri(1);
-    Seleziona(0, 0);
-    f->SSTabutf_prod->setCurrentIndex(1);
-    Seleziona(1, 1);
-    script->Rispondi(RispostaMsg::Si);
-    QTest::mouseClick(f->Cmddati[8], Qt::LeftButton);
-    ASSERT_EQ(Legami(), QStringList{"1|1"});
-
-    f->SSTabutf_prod->setCurrentIndex(0);
-    Seleziona(0, 0);
-    QStringList elenco, trovati, dopo;
-    AttesaModale attesa(QStringLiteral("frmProduttoriNoAssociati"), [&](QDialog* d) {
-        auto* l = qobject_cast<frmProduttoriNoAssociati*>(d);
-        elenco = Nomi(*l);
-        QTest::keyClicks(l->txtDenominazione, QStringLiteral("vi"));
-        QTest::mouseClick(l->cmdOperazioni[3], Qt::LeftButton);
-        trovati = Nomi(*l);
-        l->TDBG_ProduttoriNoAss->selectRow(0);
-        QTest::mouseClick(l->cmdOperazioni[0], Qt::LeftButton);
-        dopo = Nomi(*l);
-        d->reject();
-    });
-    QTest::mouseClick(f->Cmddati[3], Qt::LeftButton);
-    ASSERT_TRUE(attesa.eseguita());
-    EXPECT_EQ(elenco, QStringList({"VIGNE ALTE", "ROSSI MARIO", "ROSSETTI LUIGI", "BIANCHI ANNA"}));
-    EXPECT_EQ(trovati, QStringList{"VIGNE ALTE"});
-    EXPECT_TRUE(dopo.isEmpty());
-    EXPECT_EQ(Legami(), QStringList({"1|1", "1|2"}));
-    EXPECT_EQ(Marche(), QStringList({"1|S|S", "2|S|S", "3|S|S"})) << "legare e slegare non tocca le marche";
-    f->SSTabutf_prod->setCurrentIndex(1);
-    EXPECT_EQ(Colonna(1, "DENOMINAZIONE"), QStringList({"CANTINA DELL'OLMO", "VIGNE ALTE"}));
 }
 
 TEST_F(ProvaConferimenti, RicercaEAssegnazioneDeiProduttoriLiberi)
@@ -416,30 +389,15 @@ TEST_F(ProvaConferimenti, RicercaEAssegnazioneDeiProduttoriLiberi)
     EXPECT_EQ(script->messaggi, Messaggi{Solo});
 }
 
-// Modifica dal browser con la maschera vera: il certificato della riga arriva
-// ai campi attraverso la sessione, e la lista si ricarica con il salvato.
-TEST_F(Browser, CertificatoModificatoDalBrowser)
+// Il browser, il certificato e i produttori liberi si aprono per nome, modali.
+TEST(RegistroConferimentiUtf, TreMaschereModali)
 {
     AnnullaRegistrazioni();
     RegistraMaschereConferimentiUtf();
-    Apri(1);
-    Seleziona(0, 1);
-    QStringList caricati;
-    AttesaModale attesa(QStringLiteral("frmProduttore_Utf"), [&](QDialog* d) {
-        auto* u = qobject_cast<SchermataRecord*>(d);
-        for (int i : {3, 5, 6, 7, 8, 9, 10})
-            caricati << u->TxtDati[i]->text();
-        caricati << u->cboProvincia[4]->currentText();
-        u->TxtDati[3]->setText(QStringLiteral("UTF000022"));
-        u->Cmddati[0]->click();
-        if (d->isVisible())
-            d->reject();
-    });
-    QTest::mouseClick(f->Cmddati[1], Qt::LeftButton);
-    ASSERT_TRUE(attesa.eseguita());
-    EXPECT_EQ(caricati, QStringList({"UTF000002", "11/01/2006", "600,0000", "50,0000", "0,0000", "5,0000", "0,0000",
-                                     "CUNEO CN"}));
-    EXPECT_EQ(Colonna(0, "TAB_UTF.NUMERO_CERTIFICATO_UTF"), QStringList({"UTF000001", "UTF000022"}));
-    EXPECT_EQ(Marche(), QStringList({"1|N|N", "2|S|S", "3|S|S"}));
-    EXPECT_TRUE(script->messaggi.isEmpty());
+    for (const char* nome : {"FrmProduttore_SelezionaProd", "frmProduttore_Utf", "frmProduttoriNoAssociati"}) {
+        const MascheraRegistrata* m = TrovaMaschera(QString::fromLatin1(nome));
+        ASSERT_NE(m, nullptr) << nome;
+        EXPECT_EQ(m->apertura, ::Apertura::Modale) << nome;
+    }
+    AnnullaRegistrazioni();
 }

@@ -8,7 +8,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace FornituraProva {
+namespace ConferimentiProva {
 
 inline QString Record(QChar tipo, const QList<QPair<int, QString>>& campi)
 {
@@ -85,9 +85,9 @@ inline QByteArray File(const QStringList& righe)
     return byte;
 }
 
-}  // namespace FornituraProva
+}  // namespace ConferimentiProva
 
-namespace FornituraProva {
+namespace ConferimentiProva {
 
 // Una fornitura grande: domande x certificati x produttori.
 inline QStringList FornituraGrande(int domande, int certificati, int produttori)
@@ -105,4 +105,4 @@ inline QStringList FornituraGrande(int domande, int certificati, int produttori)
     return righe << R9();
 }
 
-}  // namespace FornituraProva
+}  // namespace ConferimentiProva

@@ -20,7 +20,7 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 
-using namespace FornituraProva;
+using namespace ConferimentiProva;
 
 namespace {
 
@@ -302,10 +302,10 @@ TEST_F(CaricoConferimentiProva, AnnullamentoDopoUnErrore)
 // Un processo ucciso a metà di un carico grande: il database resta sano e
 // senza nulla di quel carico. Il figlio è questo stesso eseguibile, che
 // carica e si ferma dopo aver scritto un buon numero di righe.
-const char* VariabileFiglio = "FERMOLA_CARICO_FIGLIO";
+const char* VariabileFiglio = "FERMOLA_CARICO_CONFERIMENTI_FIGLIO";
 constexpr qint64 RigheDelFiglio = 4000;
 
-class OsservatoreFermo : public CaricoComune::Osservatore {
+class OsservatoreFermo : public OsservatoreCarico {
 public:
     void PLAY(bool) override {}
     void RecordLetti(qint64) override {}
@@ -320,7 +320,7 @@ public:
     }
 };
 
-TEST(CaricoInterrotto, Figlio)
+TEST(CaricoConferimentiInterrotto, Figlio)
 {
     const QString cartella = qEnvironmentVariable(VariabileFiglio);
     if (cartella.isEmpty())
@@ -344,7 +344,7 @@ TEST_F(CaricoConferimentiProva, ProcessoUccisoAMetaCarico)
     ambiente.insert(QString::fromLatin1(VariabileFiglio), cartella->cartella());
     figlio.setProcessEnvironment(ambiente);
     figlio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    figlio.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--gtest_filter=CaricoInterrotto.Figlio")});
+    figlio.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--gtest_filter=CaricoConferimentiInterrotto.Figlio")});
     ASSERT_TRUE(figlio.waitForStarted());
     QByteArray uscita;
     while (!uscita.contains("SCRITTE") && figlio.state() == QProcess::Running && figlio.waitForReadyRead(300000))

@@ -17,7 +17,7 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-using namespace FornituraProva;
+using namespace ConferimentiProva;
 
 namespace {
 

@@ -178,7 +178,6 @@ TEST_F(Controllo, GuastiConNumero)
     const Caso casi[] = {
         {"tutto in ordine", [] {}, 0},
         {"file assente", [this] { report.ReportFileName += u".manca"_s; }, 20507},
-        {"file che è una cartella", [this] { report.ReportFileName = cartella->cartella(); }, 20507},
         {"file che non è un modello", [this] { Scrivi(u"\x01\x02 non è html"_s); }, 20525},
         {"modello senza righe",
          [this] { Scrivi(u"<meta name=\"query\" content=\"Queryreport\"><!--PAGINA-->x<!--/PAGINA-->"_s); }, 20525},

@@ -107,11 +107,9 @@ TEST_F(StampeFatture, ValoriDelleFormule)
     };
     const Caso casi[] = {
         {u"Distilleria dell'Etna"_s, u"2003"_s, u"5"_s, {u"Distilleria dell'Etna"_s, u"2003/2004"_s}, {u"2005/2006"_s}},
-        {u"Cantina \"La Botte\""_s, u"2001"_s, u"5"_s, {u"Cantina \"La Botte\""_s, u"2001/2002"_s}, {}},
         {u"Vini d'Oro \"Riserva\""_s, u"2005"_s, u"5"_s, {u"Vini d'Oro \"Riserva\""_s}, {}},
         // Chiave fuori tabella: campagna vuota, non un errore.
         {u"Distilleria Sud"_s, u"2006"_s, u"5"_s, {u"Distilleria Sud"_s}, {u"2005/2006"_s, u"2006/2007"_s}},
-        {u"Distilleria Sud"_s, QString(), u"5"_s, {u"Distilleria Sud"_s}, {u"2005/2006"_s, u"2006/2007"_s}},
         // IVA tutta zero: il totale dell'IVA è vuoto, non "0,00".
         {u"Distilleria Sud"_s, u"2005"_s, u"0"_s, {u" 12,0000 12,0000 10,00 10,00\n"_s}, {u"10,00 0,00"_s}},
     };

@@ -149,4 +149,21 @@ TEST_F(Aggiornamento, CampagnaSenzaLUltimoElemento)
     EXPECT_EQ(Righe(db(), u"SELECT COUNT(*) FROM CAMPAGNA"_s), QStringList{u"0"_s});
 }
 
+TEST_F(Aggiornamento, VisteDelleStampeDiUnaVersionePrecedenteRiallineate)
+{
+    // Un database creato da una versione precedente: Queryreport senza le colonne
+    // d'ordine e Queryreport_bolle mancante. Le viste consegnate intatte non si toccano.
+    db().Execute(u"DROP VIEW Queryreport"_s);
+    db().Execute(u"DROP VIEW Queryreport_bolle"_s);
+    db().Execute(u"CREATE VIEW Queryreport AS SELECT DOMANDE.DOMANDA FROM DOMANDE"_s);
+    AggiornaVisteConsegnate(db());
+    EXPECT_TRUE(db().ColonneTabella(u"Queryreport"_s).contains(u"FOGL_NUM"_s));
+    EXPECT_TRUE(db().ColonneTabella(u"Queryreport_bolle"_s).contains(u"QTA_LAVO"_s));
+    // Già allineate: nessun cambiamento dello schema.
+    const QStringList prima = Righe(db(), u"SELECT schema_version FROM pragma_schema_version"_s);
+    AggiornaVisteConsegnate(db());
+    EXPECT_EQ(Righe(db(), u"SELECT schema_version FROM pragma_schema_version"_s), prima);
+    EXPECT_EQ(Righe(db(), u"SELECT COUNT(*) FROM LOGERR"_s), QStringList{u"0"_s});
+}
+
 }  // namespace

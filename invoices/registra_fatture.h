@@ -1,0 +1,3 @@
+#pragma once
+// Registra le maschere delle fatture e delle bolle.
+void RegistraMaschereFatture();

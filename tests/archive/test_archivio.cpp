@@ -1,0 +1,390 @@
+// Salvataggio e ripristino dal menu: andata e ritorno, rinunce, cartelle
+// sbagliate o protette, archivi estranei o maligni che non cambiano nulla,
+// un'altra distilleria a video, un processo ucciso a metà.
+#include "archive/Archivio.h"
+#include "archive/zip_archivio.h"
+#include "shell/FrmMenu.h"
+#include "shell/frmInizializza.h"
+#include "shell/registra_distilleria.h"
+#include "shell/registro_maschere.h"
+#include "shell/session_state.h"
+#include "store/database.h"
+#include "support/cartella_prova.h"
+#include "support/verifiche.h"
+#include "sola_lettura.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QThread>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <zip.h>
+
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QString Didascalia = u"Domande di aiuto alla distillazione facoltativa (Art.29) - Campagna 2005/2006"_s;
+const MessaggioRegistrato Riuscito{u"Trasferimento dei dati effettuato correttamente"_s, 64, u"Gestione dati "_s};
+const MessaggioRegistrato Annullare{u"Annullare operazione ?"_s, 68, u"Gestione Dati"_s};
+const MessaggioRegistrato Annullata{u"Operazione annullata."_s, 64, Didascalia};
+const MessaggioRegistrato NonABuonFine{u"Operazione non andata a buon fine."_s, 64, u"Backup/Restore"_s};
+const MessaggioRegistrato PercorsoErrato{u"Il percorso indicato non è corretto"_s, 5, u" Percorso file "_s};
+
+// Zip scritto con le voci date, nomi compresi così come sono.
+void ScriviZip(const QString& percorso, const QList<std::pair<QByteArray, QByteArray>>& voci)
+{
+    zip_t* z = zip_open(QFile::encodeName(percorso).constData(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
+    ASSERT_NE(z, nullptr);
+    for (const auto& [nome, dati] : voci) {
+        zip_source_t* s = zip_source_buffer(z, dati.constData(), zip_uint64_t(dati.size()), 0);
+        ASSERT_GE(zip_file_add(z, nome.constData(), s, ZIP_FL_ENC_RAW), 0) << nome.constData();
+    }
+    ASSERT_EQ(zip_close(z), 0);
+}
+
+QByteArray Contenuto(const QString& percorso)
+{
+    QFile f(percorso);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+class Archivio : public ProvaConDatabase {
+protected:
+    void SetUp() override
+    {
+        ProvaConDatabase::SetUp();
+        // Gli avvisi con il solo OK non hanno risposta in coda: li controlla l'elenco dei messaggi.
+        script->AccettaMessaggiSenzaRisposta();
+        db();
+        sessione().CartellaFloppy = QDir(m_altrove.path()).filePath(u"floppy"_s);
+    }
+    void TearDown() override
+    {
+        ImpostaSpazioLibero({});
+        FrmMenu::Scarica();
+        AnnullaRegistrazioni();
+        ProvaConDatabase::TearDown();
+    }
+
+    QString Cartella(const QString& nome)
+    {
+        const QString c = QDir(m_altrove.path()).filePath(nome);
+        QDir().mkpath(c);
+        return c;
+    }
+    QString Bkp(const QString& cartella) { return QDir(cartella).filePath(u"orvelta_2005.bkp"_s); }
+    void Distilleria(const QString& ragione, Database& d)
+    {
+        d.Execute(u"DELETE FROM DISTILLERIA"_s);
+        d.Execute(u"INSERT INTO DISTILLERIA VALUES (?,?,?)"_s, {u"02468135799"_s, ragione, u"Via dell'Uva 1"_s});
+    }
+    QStringList Dati()
+    {
+        return Righe(db(), u"SELECT 'D', CODI_FISC, RAGI_SOCI, INDI_DIST FROM DISTILLERIA UNION ALL "
+                           "SELECT 'L', DESC_APPL, CODI_ERRO, '' FROM LOGERR ORDER BY 1, 2, 3"_s);
+    }
+    // I file della cartella del database, senza giornale e memoria condivisa.
+    QStringList FileDatabase()
+    {
+        QStringList f = QDir(sessione().PathDatabase).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+        f.removeIf([](const QString& n) { return n.endsWith(u"-wal"_s) || n.endsWith(u"-shm"_s); });
+        return f;
+    }
+    // Un archivio buono, salvato da un'altra cartella di programma con la sua distilleria.
+    void ArchivioDi(const QString& ragione, const QString& cartella)
+    {
+        CartellaProva altra;
+        auto d = Database::Apri(altra.percorsoDatabase(), false, ConnessioneDb);
+        Distilleria(ragione, *d);
+        d->Close();
+        CreaArchivio(altra.percorsoDatabase(), Bkp(cartella));
+    }
+    // Il clic sulla voce con le cartelle e le risposte del copione.
+    Messaggi Menu(int index, const QStringList& cartelle, const QList<int>& risposte = {})
+    {
+        script->messaggi.clear();
+        script->cartelle.clear();
+        script->cartelle.append(cartelle);
+        script->risposte.clear();
+        script->risposte.append(risposte);
+        ArchivioDaMenu(index);
+        EXPECT_TRUE(sessione().DbDistilleria && sessione().DbDistilleria->aperto()) << "connessione riaperta";
+        EXPECT_TRUE(script->risposte.isEmpty() && script->cartelle.isEmpty()) << "copione non consumato";
+        return script->messaggi;
+    }
+    MessaggioRegistrato ErroreMenu(const char* operazione)
+    {
+        return {u"Si è verificato un errore durante il "_s + QLatin1String(operazione) + u" dell'archivio:\n- "_s +
+                    sessione().PathDatabase + u"orvelta_2005.mdb"_s,
+                64, u"FERMOLA_2005"_s};
+    }
+
+    QTemporaryDir m_altrove;
+};
+
+TEST_F(Archivio, IlRipristinoRiportaLeRigheSalvateAncheDellUltimaTransazione)
+{
+    Distilleria(u"Cantina Uno"_s, db());
+    db().Execute(u"INSERT INTO LOGERR (DESC_APPL, CODI_ERRO) VALUES (?, ?)"_s, {u"riga sola"_s, u"00001"_s});
+    // Un'altra connessione aperta tiene nel giornale WAL la sua ultima transazione.
+    auto altra = Database::Apri(cartella->percorsoDatabase(), false, ConnessioneDb);
+    altra->IniziaTransazione();
+    for (int i = 0; i < 40; ++i)
+        altra->Execute(u"INSERT INTO LOGERR (DESC_APPL, CODI_ERRO) VALUES (?, ?)"_s, {u"ultima"_s, i});
+    altra->ConfermaTransazione();
+    const QStringList prima = Dati();
+    ASSERT_EQ(prima.size(), 42);
+
+    const QString dest = Cartella(u"salvataggi"_s);
+    EXPECT_EQ(Menu(0, {dest}), Messaggi{Riuscito});
+    EXPECT_EQ(script->titoliCartella.last(), u"Selezionare il percorso dove destinare il file: '' orvelta_2005.bkp''."_s);
+    EXPECT_EQ(QDir(dest).entryList(QDir::Files), QStringList{u"orvelta_2005.bkp"_s});
+    altra.reset();
+
+    db().Execute(u"DELETE FROM LOGERR WHERE DESC_APPL = 'ultima'"_s);
+    Distilleria(u"Cantina Due"_s, db());
+    EXPECT_EQ(Menu(1, {dest + u"/"_s}), Messaggi{Riuscito});
+    EXPECT_EQ(script->titoliCartella.last(), u"Selezionare il percorso dove recuperare il file: '' orvelta_2005.bkp''."_s);
+    EXPECT_EQ(Dati(), prima);
+    EXPECT_EQ(sessione().DistilleriaDati.RAGI_SOCI, u"Cantina Uno"_s);
+    EXPECT_EQ(FileDatabase(), QStringList{u"orvelta_2005.mdb"_s}) << "né .bak né file provvisori";
+}
+
+TEST_F(Archivio, RinunceELaConnessioneRiaperta)
+{
+    const QString floppy = sessione().CartellaFloppy;
+    QDir().mkpath(floppy);
+    const MessaggioRegistrato annullataBR{u"Operazione annullata."_s, 64, u"Backup/Restore"_s};
+    const MessaggioRegistrato vuoto{u"Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"_s, 35,
+                                    u"Controllo floppy "_s};
+    const MessaggioRegistrato ultimo{u"Inserire l'ultimo disco della serie nel drive."_s, 65, Didascalia};
+    struct Caso {
+        const char* nome;
+        int index;
+        QStringList cartelle;
+        QList<int> risposte;
+        Messaggi attesi;
+    } casi[] = {
+        {"salvataggio: nessuna cartella, Sì", 0, {}, {RispostaMsg::Si}, {Annullare, Annullata}},
+        {"ripristino: nessuna cartella, No, di nuovo, Sì", 1, {}, {RispostaMsg::No, RispostaMsg::Si},
+         {Annullare, Annullare, Annullata}},
+        {"salvataggio su dischetto pieno, Annulla", 0, {floppy}, {RispostaMsg::Annulla}, {vuoto, annullataBR}},
+        {"ripristino dal dischetto, Annulla al disco", 1, {floppy}, {RispostaMsg::Annulla},
+         {ultimo, Annullata, Annullata}},
+    };
+    ArchivioDi(u"Altra"_s, floppy);
+    Distilleria(u"Cantina Uno"_s, db());
+    const QStringList prima = Dati();
+    for (const Caso& c : casi) {
+        SCOPED_TRACE(c.nome);
+        EXPECT_EQ(Menu(c.index, c.cartelle, c.risposte), c.attesi);
+        EXPECT_EQ(Dati(), prima);
+        EXPECT_EQ(QDir(floppy).entryList(QDir::Files), QStringList{u"orvelta_2005.bkp"_s});
+        EXPECT_FALSE(script->clessidra);
+    }
+}
+
+TEST_F(Archivio, CartellaSenzaArchivioOProtettaRichiedeLaScelta)
+{
+    const QString buona = Cartella(u"buona"_s), vuota = Cartella(u"vuota"_s), protetta = Cartella(u"protetta"_s);
+    ArchivioDi(u"Cantina Salvata"_s, buona);
+    struct Caso {
+        const char* nome;
+        int index;
+        QStringList cartelle;
+        QList<int> risposte;
+        Messaggi attesi;
+    } casi[] = {
+        {"senza archivio, Riprova", 1, {vuota, buona}, {RispostaMsg::Riprova}, {PercorsoErrato, Riuscito}},
+        {"senza archivio, Annulla", 1, {vuota}, {RispostaMsg::Annulla, RispostaMsg::Si},
+         {PercorsoErrato, Annullare, Annullata}},
+        {"salvataggio in cartella protetta", 0, {protetta, vuota}, {RispostaMsg::No}, {Annullare, Riuscito}},
+    };
+    SolaLettura blocco(protetta);
+    // Dove root scrive comunque (nessun attributo immutabile) la cartella protetta si salta.
+    const bool protezione = ScritturaNegata(protetta);
+    for (const Caso& c : casi) {
+        SCOPED_TRACE(c.nome);
+        if (c.index == 0 && !protezione)
+            continue;
+        EXPECT_EQ(Menu(c.index, c.cartelle, c.risposte), c.attesi);
+    }
+    EXPECT_EQ(sessione().DistilleriaDati.RAGI_SOCI, u"Cantina Salvata"_s);
+    EXPECT_TRUE(QDir(protetta).isEmpty()) << "né CHECK né archivio";
+    EXPECT_EQ(QFileInfo(Bkp(vuota)).isFile(), protezione);
+}
+
+TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
+{
+    const QByteArray buono = Contenuto(QStringLiteral(FERMOLA_DB_PULITO));
+    const QString dest = Cartella(u"arrivo"_s);
+    QByteArray danneggiato;
+    {
+        ArchivioDi(u"Altra"_s, dest);
+        danneggiato = Contenuto(Bkp(dest));
+        for (qsizetype i = danneggiato.size() / 3; i < danneggiato.size() / 3 + 64; ++i)
+            danneggiato[i] = char(danneggiato[i] ^ 0x5a);
+    }
+    QByteArray sqliteEstraneo, passwordDiversa;
+    {
+        QTemporaryDir t;
+        {
+            auto d = Database::Crea(t.filePath(u"pw"_s), u"altra"_s);
+            d->Execute(u"CREATE TABLE tab_setup (VERSIONE TEXT)"_s);
+        }
+        passwordDiversa = Contenuto(t.filePath(u"pw"_s));
+        QFile::copy(QStringLiteral(FERMOLA_DB_PULITO), t.filePath(u"e"_s));
+        auto d = Database::Apri(t.filePath(u"e"_s), false, ConnessioneDb);
+        d->Execute(u"DROP TABLE tab_setup"_s);
+        d->Close();
+        sqliteEstraneo = Contenuto(t.filePath(u"e"_s));
+    }
+    const QString nomeZip = QDir::toNativeSeparators(Bkp(dest));
+    const QString nonNostro = u"L'archivio '"_s + nomeZip +
+                              u"' non è un salvataggio di questo programma: deve contenere il solo file orvelta_2005.mdb."_s;
+    const QString estraneo = u"Il file orvelta_2005.mdb dell'archivio non è un database di questo programma."_s;
+    struct Caso {
+        const char* nome;
+        QList<std::pair<QByteArray, QByteArray>> voci;  // vuoto: si scrive "grezzo"
+        QByteArray grezzo;
+        qint64 spazio;
+        QString motivo;
+    } casi[] = {
+        {"altre voci", {{"orvelta_2005.mdb", buono}, {"leggimi.txt", "x"}}, {}, -1, nonNostro},
+        {"percorso relativo", {{"../x", buono}}, {}, -1, nonNostro},
+        {"percorso relativo col nome giusto", {{"../orvelta_2005.mdb", buono}}, {}, -1, nonNostro},
+        {"percorso assoluto", {{"/etc/x", buono}}, {}, -1, nonNostro},
+        {"zip danneggiato", {}, danneggiato, -1,
+         u"L'archivio '"_s + nomeZip + u"' è danneggiato: il file orvelta_2005.mdb non si legge per intero (controllo CRC)."_s},
+        {"non è uno zip", {}, "PK\x03\x04 non proprio", -1,
+         u"L'archivio '"_s + nomeZip + u"' è danneggiato o non è un archivio zip."_s},
+        {"file di un altro programma", {{"orvelta_2005.mdb", "Lettera al commercialista"}}, {}, -1, estraneo},
+        {"database SQLite di un altro programma", {{"orvelta_2005.mdb", sqliteEstraneo}}, {}, -1, estraneo},
+        {"database con un'altra password", {{"orvelta_2005.mdb", passwordDiversa}}, {}, -1, estraneo},
+        {"più grande del disco", {{"orvelta_2005.mdb", buono}}, {}, 4096,
+         u"Spazio insufficiente in '"_s + QDir::toNativeSeparators(QDir::cleanPath(sessione().PathDatabase)) +
+             u"': servono "_s + QString::number(buono.size()) + u" byte, ne restano 4096."_s},
+    };
+    Distilleria(u"Cantina Uno"_s, db());
+    const QStringList prima = Dati();
+    const QByteArray fileProgramma = QDir(cartella->cartella()).entryList().join(u'|').toUtf8();
+    for (const Caso& c : casi) {
+        SCOPED_TRACE(c.nome);
+        if (c.voci.isEmpty()) {
+            QFile f(Bkp(dest));
+            ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            f.write(c.grezzo);
+        } else {
+            ScriviZip(Bkp(dest), c.voci);
+        }
+        ImpostaSpazioLibero([&c](const QString&) { return c.spazio; });
+        EXPECT_EQ(Menu(1, {dest}), (Messaggi{{c.motivo, 48, u"Backup/Restore"_s}, NonABuonFine, ErroreMenu("Restore")}));
+        EXPECT_EQ(Dati(), prima);
+        EXPECT_EQ(FileDatabase(), QStringList{u"orvelta_2005.mdb"_s});
+        EXPECT_EQ(QDir(cartella->cartella()).entryList().join(u'|').toUtf8(), fileProgramma);
+        EXPECT_FALSE(QFileInfo::exists(u"/etc/x"_s));
+    }
+}
+
+TEST_F(Archivio, UnArchivioCheNonEntraNonSiScrive)
+{
+    const QString dest = Cartella(u"piccola"_s), floppy = sessione().CartellaFloppy;
+    QDir().mkpath(floppy);
+    ImpostaSpazioLibero([](const QString&) { return qint64(1000); });
+    QFile vecchio(Bkp(dest));
+    ASSERT_TRUE(vecchio.open(QIODevice::WriteOnly));
+    vecchio.write("archivio di ieri");
+    vecchio.close();
+    for (const QString& cartella : {dest, floppy}) {
+        SCOPED_TRACE(cartella.toStdString());
+        const Messaggi m = Menu(0, {cartella});
+        ASSERT_EQ(m.size(), 3);
+        EXPECT_TRUE(QRegularExpression(u"^Spazio insufficiente in '"_s + QRegularExpression::escape(cartella) +
+                                       u"': servono \\d+ byte, ne restano 1000\\.$"_s)
+                        .match(m[0].testo)
+                        .hasMatch())
+            << m[0].testo.toStdString();
+        EXPECT_EQ(m.mid(1), (Messaggi{NonABuonFine, ErroreMenu("BackUp")}));
+    }
+    EXPECT_EQ(QDir(dest).entryList(QDir::Files), QStringList{u"orvelta_2005.bkp"_s});
+    EXPECT_EQ(Contenuto(Bkp(dest)), "archivio di ieri");
+    EXPECT_TRUE(QDir(floppy).isEmpty());
+}
+
+TEST_F(Archivio, IlRipristinoPortaAVideoUnAltraDistilleria)
+{
+    const QString dest = Cartella(u"altra"_s);
+    ArchivioDi(u"Distilleria Forestiera"_s, dest);
+    Distilleria(u"Cantina Uno"_s, db());
+    sessione().DbDistilleria.reset();
+    AnnullaRegistrazioni();
+    RegistraMaschereDistilleria();
+    FrmMenu::Carica().show();
+    script->cartelle << dest;
+    script->messaggi.clear();
+    FrmMenu::Istanza()->findChild<QAction*>(u"mnuAr_1"_s)->trigger();
+    EXPECT_EQ(script->messaggi, Messaggi{Riuscito});
+    frmInizializza schermata;
+    EXPECT_EQ(schermata.TxtDISTDati(2)->text(), u"Distilleria Forestiera"_s);
+}
+
+// Il figlio: ripristini e salvataggi senza sosta finché non lo si uccide.
+TEST(DISABLED_FiglioArchivio, CicloSenzaFine)
+{
+    const QString cartella = qEnvironmentVariable("FERMOLA_FIGLIO_ARCHIVIO");
+    ASSERT_FALSE(cartella.isEmpty());
+    const QString db = QDir(cartella).filePath(u"database"_s);
+    fputs("via\n", stderr);
+    for (int i = 0;; ++i) {
+        RipristinaArchivio(QDir(cartella).filePath(i % 2 ? u"a/orvelta_2005.bkp"_s : u"b/orvelta_2005.bkp"_s), db);
+        CreaArchivio(QDir(db).filePath(u"orvelta_2005.mdb"_s), QDir(cartella).filePath(u"c/orvelta_2005.bkp"_s));
+    }
+}
+
+TEST_F(Archivio, UnProcessoUccisoLasciaUnDatabaseIntegro)
+{
+    const QString a = Cartella(u"a"_s), b = Cartella(u"b"_s);
+    Cartella(u"c"_s);
+    ArchivioDi(u"Cantina A"_s, a);
+    ArchivioDi(u"Cantina B"_s, b);
+    sessione().DbDistilleria.reset();
+    QDir(m_altrove.path()).mkpath(u"database"_s);
+    const QString db = QDir(m_altrove.path()).filePath(u"database/orvelta_2005.mdb"_s);
+    ASSERT_TRUE(QFile::copy(cartella->percorsoDatabase(), db));
+    bool giaRipristinato = false;
+    for (int giro = 0; giro < 12; ++giro) {
+        SCOPED_TRACE(giro);
+        QProcess figlio;
+        auto env = QProcessEnvironment::systemEnvironment();
+        env.insert(u"FERMOLA_FIGLIO_ARCHIVIO"_s, m_altrove.path());
+        figlio.setProcessEnvironment(env);
+        figlio.start(QCoreApplication::applicationFilePath(),
+                     {u"--gtest_also_run_disabled_tests"_s, u"--gtest_filter=DISABLED_FiglioArchivio.*"_s});
+        figlio.setReadChannel(QProcess::StandardError);
+        ASSERT_TRUE(figlio.waitForStarted());
+        QByteArray uscita;
+        while (!uscita.contains("via\n") && figlio.waitForReadyRead(20000))
+            uscita += figlio.readAllStandardError();
+        ASSERT_TRUE(uscita.contains("via\n")) << uscita.constData();
+        QThread::msleep(40 + (giro * 97) % 500);
+        figlio.kill();
+        figlio.waitForFinished();
+        EXPECT_EQ(figlio.exitStatus(), QProcess::CrashExit) << "ucciso, non finito";
+        const QStringList righe =
+            RigheDelFile(db, u"SELECT RAGI_SOCI FROM DISTILLERIA UNION ALL SELECT * FROM pragma_integrity_check"_s);
+        // Prima che un ripristino arrivi in fondo resta il database di partenza, senza distilleria.
+        const bool ripristinato = righe == QStringList({u"Cantina A"_s, u"ok"_s}) ||
+                                  righe == QStringList({u"Cantina B"_s, u"ok"_s});
+        EXPECT_TRUE(ripristinato || (!giaRipristinato && righe == QStringList{u"ok"_s})) << righe.join(u' ').toStdString();
+        giaRipristinato = giaRipristinato || ripristinato;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,160 @@
+// Destinazioni: la ricerca del file in una cartella, il dischetto sul suo
+// punto di montaggio, la protezione in scrittura distinta dal dischetto assente.
+
+#include "interchange/Destinazioni.h"
+#include "shell/session_state.h"
+#include "support/cartella_prova.h"
+#include "support/verifiche.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+class Destinazioni : public ProvaConDatabase {
+protected:
+    void SetUp() override
+    {
+        ProvaConDatabase::SetUp();
+        sessione().TitoloMaschera = QStringLiteral(" Carico della Domanda ");
+        floppy = QDir(cartella->cartella()).filePath(QStringLiteral("floppy"));
+        sessione().CartellaFloppy = floppy;
+    }
+    void TearDown() override
+    {
+        // I permessi tolti si rendono, o la cartella temporanea non si cancella.
+        QFile::setPermissions(floppy, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        ProvaConDatabase::TearDown();
+    }
+
+public:
+    void Scrivi(const QString& nome, QFile::Permissions permessi = QFile::ReadOwner | QFile::WriteOwner)
+    {
+        QFile f(QDir(floppy).filePath(nome));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("x");
+        f.close();
+        f.setPermissions(permessi);
+    }
+    QString floppy;
+};
+
+const MessaggioRegistrato Svuota{"Attenzione il contenuto del floppy verra cancellato", 64, ""};
+const MessaggioRegistrato Protetto{"Togliere la protezione in scrittura dal dischetto", 16, " Carico della Domanda "};
+const MessaggioRegistrato Inserire{"Inserire il dischetto nel drive.", 20, ""};
+const MessaggioRegistrato Terminare{"ATTENZIONE ,vuoi terminare il rilascio.", 68, ""};
+
+TEST_F(Destinazioni, Chk_Disk)
+{
+    struct Caso {
+        const char* nome;
+        std::function<void(Destinazioni&)> prepara;
+        QList<int> risposte;
+        bool risultato;
+        Messaggi messaggi;
+        QStringList restano;
+    };
+    const auto vuoto = [](Destinazioni& t) { QDir().mkpath(t.floppy); };
+    const QList<Caso> casi = {
+        {"dischetto vuoto", vuoto, {}, true, {}, {}},
+        {"dischetto con file",
+         [](Destinazioni& t) {
+             QDir().mkpath(t.floppy + "/sotto");
+             t.Scrivi("a.txt");
+             t.Scrivi("b.dat");
+         },
+         {1}, true, {Svuota}, {"sotto"}},
+        {"protetto in scrittura",
+         [](Destinazioni& t) {
+             QDir().mkpath(t.floppy);
+             t.Scrivi("a.txt");
+             QFile::setPermissions(t.floppy, QFile::ReadOwner | QFile::ExeOwner);
+         },
+         {1, 1}, false, {Svuota, Protetto}, {"a.txt"}},
+        {"file a sola lettura: si chiede il dischetto",
+         [](Destinazioni& t) {
+             QDir().mkpath(t.floppy);
+             t.Scrivi("a.txt", QFile::ReadOwner);
+         },
+         {1, 6}, false, {Svuota, Inserire}, {"a.txt"}},
+        {"assente, l'utente lo inserirà", [](Destinazioni&) {}, {6}, false, {Inserire}, {}},
+        {"assente, l'utente non termina", [](Destinazioni&) {}, {7, 7}, false, {Inserire, Terminare}, {}},
+    };
+    for (const Caso& caso : casi) {
+        SCOPED_TRACE(caso.nome);
+        TearDown();
+        SetUp();
+        caso.prepara(*this);
+        for (int r : caso.risposte)
+            script->Rispondi(r);
+        EXPECT_EQ(caso.risultato, Chk_Disk());
+        EXPECT_EQ(caso.messaggi, script->messaggi);
+        EXPECT_EQ(caso.restano, QDir(floppy).entryList(QDir::AllEntries | QDir::NoDotAndDotDot));
+        EXPECT_FALSE(script->terminato);
+    }
+}
+
+TEST_F(Destinazioni, Chk_DiskTerminaAllaParolaDellUtente)
+{
+    script->Rispondi(RispostaMsg::No);
+    script->Rispondi(RispostaMsg::Si);
+    EXPECT_THROW(Chk_Disk(), ProcessoTerminato);
+    EXPECT_EQ(Messaggi({Inserire, Terminare}), script->messaggi);
+}
+
+TEST_F(Destinazioni, SullaCartellaFloppy)
+{
+    const struct {
+        QString cartella;
+        bool sul;
+        QString reale;
+    } casi[] = {
+        {"A:\\", true, floppy},         {"b:", true, floppy},
+        {"A:\\sotto", true, floppy + "/sotto"},
+        {floppy, true, floppy},         {floppy + "/", true, floppy + "/"},
+        {floppy + "/sotto", true, floppy + "/sotto"},
+        {floppy + "2", false, floppy + "2"}, {"/tmp", false, "/tmp"},
+        {"", false, ""},
+    };
+    for (const auto& c : casi) {
+        EXPECT_EQ(c.sul, SullaCartellaFloppy(c.cartella)) << c.cartella.toStdString();
+        EXPECT_EQ(c.reale, CartellaReale(c.cartella)) << c.cartella.toStdString();
+    }
+}
+
+TEST_F(Destinazioni, TrovaFileInCartella)
+{
+    const QString giusta = cartella->cartella();
+    QFile f(QDir(giusta).filePath("ART29FAT2005.txt"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.close();
+    const QString trovato = QDir(giusta).filePath("ART29FAT2005.txt");
+    const MessaggioRegistrato sbagliato{"Il percorso indicato non è corretto", 53, " Carico della Domanda "};
+    const struct {
+        const char* nome;
+        QStringList cartelle;
+        QList<int> risposte;
+        QString risultato;
+        int messaggi;
+    } casi[] = {
+        {"trovato subito", {giusta}, {}, trovato, 0},
+        {"cartella con la barra", {giusta + "/"}, {}, trovato, 0},
+        {"riprova e trova", {"/tmp", giusta}, {4}, trovato, 1},
+        {"annulla dopo il rifiuto", {"/tmp"}, {2}, "", 1},
+        {"nessuna cartella", {}, {}, "", 0},
+    };
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.nome);
+        script->messaggi.clear();
+        for (const QString& cartella : c.cartelle)
+            script->cartelle.enqueue(cartella);
+        for (int r : c.risposte)
+            script->Rispondi(r);
+        QString nome = "ART29FAT2005.txt";
+        EXPECT_EQ(c.risultato, TrovaFileInCartella(nome, "titolo"));
+        EXPECT_EQ(c.risultato.isEmpty() ? QString("ART29FAT2005.txt") : c.risultato, nome);
+        EXPECT_EQ(Messaggi(c.messaggi, sbagliato), script->messaggi);
+    }
+}
+
+}  // namespace

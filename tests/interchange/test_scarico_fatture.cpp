@@ -1,0 +1,231 @@
+// Scarico di una domanda del ramo fatture: il file finale byte per byte, i
+// numeri PROG_DSK e PROG_INVIO, ogni riga della tabella dei guasti, il
+// dischetto e la maschera frmScarico.
+
+#include "interchange/Destinazioni.h"
+#include "interchange/ScaricoFatture.h"
+#include "interchange/frmScarico.h"
+#include "record_prova.h"
+#include "shell/registro_maschere.h"
+#include "store/database.h"
+#include "support/cartella_prova.h"
+#include "support/verifiche.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <functional>
+
+namespace {
+
+const QString Titolo = QStringLiteral(" Scarico della Domanda ");
+const QString NomeLungo = QStringLiteral("CANTINA SOCIALE COOPERATIVA DEI VIGNAIOLI RIUNITI DELLE COLLINE DI CANELLI E");
+const QString Etichetta = QStringLiteral(" FrmSelezionaFatture.SelRiga_SelFatture");
+
+class ScaricoFatture : public ProvaConDatabase {
+protected:
+    void SetUp() override
+    {
+        ProvaConDatabase::SetUp();
+        sessione().TitoloMaschera = Titolo;
+        sessione().DistilleriaDati = Distilleria();
+        destinazione = QDir(cartella->cartella()).filePath(QStringLiteral("uscita"));
+        QDir().mkpath(destinazione);
+        sessione().CartellaFloppy = QDir(cartella->cartella()).filePath(QStringLiteral("floppy"));
+    }
+
+    // Domanda di 9 cifre con due fatture fuori ordine di numero: la "10"
+    // scritta per prima, con un nome di 75 caratteri e senza data di
+    // pagamento; la "9" con la sua bolla senza grado. Le bolle escono
+    // nell'ordine delle fatture che le portano.
+    void SeminaDomanda(bool conFatture = true)
+    {
+        db().Execute("INSERT INTO DOMANDE (DOMANDA, PROGRESSIVO, STAM, SCAR, TIPO_ARTICOLO, ID_VARIETA, PROG_INVIO,"
+                     " DATA_CAMP) VALUES ('123456789', '01', 'S', 'N', '29', 2, 0, '2005')");
+        const qint64 id = db().OpenRecordset("SELECT MAX(ID_DOMANDA) FROM DOMANDE").Fields(0).intero();
+        DomandaSelezionata& d = sessione().DomandaSel;
+        d.ID_DOMANDA = static_cast<qint32>(id);
+        d.DOMANDA = QStringLiteral("123456789");
+        d.ID_VARIETA = QStringLiteral("2");
+        d.TIPO_ARTICOLO = QStringLiteral("29");
+        if (!conFatture)
+            return;
+        const QString fattura =
+            "INSERT INTO FATTURE (ID_DOMANDA, CODI_FISC, DENOMINAZIONE, NUME_FATT, DATA_FATT, DATA_COMP, DATA_PAGA,"
+            " QTA_PROD, QTA_LAVO, GRAD, PREZ_MINI, IMPO, IVA, IMPO_TOTA, ID_LAVORAZIONE)"
+            " VALUES (?, 'RSSMRA70A01H501S', ?, ?, '15/03/2006', '02/03/2006', ?, '1500,0000', '1480,0000',"
+            " '12,5000', '2,4500', '3675,00', '735,00', '4410,00', ?)";
+        db().Execute(fattura, {id, NomeLungo, "10", "", 1});
+        const qint64 f10 = db().OpenRecordset("SELECT MAX(ID_FATTURA) FROM FATTURE").Fields(0).intero();
+        db().Execute(fattura, {id, "CANTINA SOCIALE DI CANELLI", "9", "20/04/2006", 2});
+        const qint64 f9 = f10 + 1;
+        const QString bolla = "INSERT INTO BOLLE (FK_ID_FATTURA, NUMERO_BOLLA, DATA_CONSEGNA, QUANTITA_PRODOTTO,"
+                              " DATA_PAGA, GRADO) VALUES (?, ?, ?, ?, ?, ?)";
+        db().Execute(bolla, {f9, "B-2", "05/03/2006", "100,0000", "21/04/2006", QVariant()});
+        db().Execute(bolla, {f10, "B-1", "02/03/2006", "750,0000", "", "12,5000"});
+    }
+
+    QString Finale(const QString& numero = QStringLiteral("001")) const
+    {
+        return QDir(destinazione).filePath(QStringLiteral("KelvarFAT.") + numero);
+    }
+    QString Temporaneo() const { return QDir(cartella->cartella()).filePath(QStringLiteral("COPI1.666")); }
+    QString Stato()
+    {
+        return Righe(db(), "SELECT PROG FROM PROG_DSK").join(',') + " " +
+               Righe(db(), "SELECT SCAR || PROG_INVIO FROM DOMANDE").join(',');
+    }
+
+    QString destinazione;
+};
+
+QString Testata(const QString& numero)
+{
+    return "0" + QString(16, '0') + "2005/2006" + numero + QDate::currentDate().toString("yyyyMMdd") +
+           Sx("DISTILLERIA BOSCO SPA", 50) + Sx("VIA ROMA 12 ASTI", 30) + "02" + "29" + Bianchi(138);
+}
+
+QStringList LeggiRighe(const QString& percorso)
+{
+    QFile f(percorso);
+    if (!f.open(QIODevice::ReadOnly))
+        return {QStringLiteral("(file assente)")};
+    const QByteArray dati = f.readAll();
+    if (!dati.endsWith("\r\n"))
+        return {QStringLiteral("(manca CR LF in fondo)")};
+    QStringList righe = QString::fromLatin1(dati.chopped(2)).split(QStringLiteral("\r\n"));
+    return righe;
+}
+
+TEST_F(ScaricoFatture, FileFinaleBytePerByte)
+{
+    SeminaDomanda();
+    ASSERT_TRUE(ScaricaDomanda(destinazione + "/"));
+    const QStringList attese = {
+        Testata("0001"),
+        "1" "12345678900" "01234567890     " "A" "VAT" "ANE" "RSSMRA70A01H501S" + Sx("9", 15) +
+            "20060315" "00015000000" "125000" "00024500" "00000000367500" "00000000073500" "00000000441000"
+            "20060420" "00014800000" + Sx("CANTINA SOCIALE DI CANELLI", 70) + Bianchi(30),
+        "1" "12345678900" "01234567890     " "A" "VDT" "ANE" "RSSMRA70A01H501S" + Sx("10", 15) +
+            "20060315" "00015000000" "125000" "00024500" "00000000367500" "00000000073500" "00000000441000"
+            "00000000" "00014800000" + NomeLungo.left(70) + Bianchi(30),
+        "2" "12345678900" + Sx("10", 15) + "RSSMRA70A01H501S" + Sx("B-1", 20) + "02/03/2006" "00007500000" +
+            Bianchi(10) + "125000" + Bianchi(160),
+        "2" "12345678900" + Sx("9", 15) + "RSSMRA70A01H501S" + Sx("B-2", 20) + "05/03/2006" "00001000000"
+            "21/04/2006" "000000" + Bianchi(160),
+        "9" + QString(16, '9') + "000002" "000002" + Bianchi(231),
+    };
+    const QStringList ottenute = LeggiRighe(Finale());
+    ASSERT_EQ(attese.size(), ottenute.size());
+    for (qsizetype i = 0; i < attese.size(); ++i)
+        EXPECT_TRUE(RecordUguale(attese.at(i), ottenute.at(i))) << "riga " << i + 1;
+    EXPECT_FALSE(QFile::exists(Temporaneo()));
+    EXPECT_TRUE(script->messaggi.isEmpty());
+    EXPECT_EQ("1 S1", Stato());
+
+    // Un secondo scarico della stessa domanda prende il numero seguente.
+    ASSERT_TRUE(ScaricaDomanda(destinazione));
+    EXPECT_TRUE(QFile::exists(Finale("002")));
+    EXPECT_EQ(Testata("0002"), LeggiRighe(Finale("002")).first());
+    EXPECT_EQ("2 S2", Stato());
+}
+
+TEST_F(ScaricoFatture, DomandaSenzaFattureDaTestataECoda)
+{
+    SeminaDomanda(false);
+    ASSERT_TRUE(ScaricaDomanda(destinazione));
+    EXPECT_EQ(QStringList({Testata("0001"), "9" + QString(16, '9') + "000000" "000000" + Bianchi(231)}),
+              LeggiRighe(Finale()));
+    EXPECT_EQ("1 S1", Stato());
+}
+
+// Le righe della tabella dei guasti: che cosa si dice e che cosa resta.
+struct Guasto {
+    const char* nome;
+    std::function<void(ScaricoFatture&, Database&, QString& cartella)> prepara;
+    Messaggi messaggi;
+    bool finale, temporaneo;
+    QString stato;
+};
+
+TEST_F(ScaricoFatture, TabellaDeiGuasti)
+{
+    const QString copiaMancata = MessaggioLogErr(76, "Impossibile trovare il percorso", Etichetta);
+    const QString sintassi = MessaggioLogErr(3075, "Errore di sintassi nell'istruzione UPDATE.", Etichetta);
+    const QList<Guasto> casi = {
+        {"PROG_DSK non aggiornata",
+         [](ScaricoFatture&, Database& db, QString&) {
+             db.Execute("CREATE TRIGGER fermo BEFORE UPDATE ON PROG_DSK BEGIN SELECT RAISE(IGNORE); END");
+         },
+         {{"Flag di stampa non aggiornato , rifare la stampa.", 64, Titolo}}, false, false, "0 S1"},
+        {"DOMANDE non aggiornata",
+         [](ScaricoFatture&, Database&, QString&) { sessione().DomandaSel.ID_DOMANDA = 999999; },
+         {{"Flag di scarico non aggiornato, lo scarico sarà terminato.", 64, ""}}, true, false, "1 N0"},
+        {"cartella di destinazione che non c'è",
+         [](ScaricoFatture&, Database&, QString& c) { c += "/manca"; },
+         {{copiaMancata, 48, "Gestione Errori"}}, false, true, "1 N0"},
+        {"PROG_DSK vuota", [](ScaricoFatture&, Database& db, QString&) { db.Execute("DELETE FROM PROG_DSK"); },
+         {{sintassi, 48, "Gestione Errori"}}, false, true, " N0"},
+    };
+    for (const Guasto& caso : casi) {
+        SCOPED_TRACE(caso.nome);
+        TearDown();
+        SetUp();
+        SeminaDomanda();
+        QString c = destinazione;
+        caso.prepara(*this, db(), c);
+        for (qsizetype i = 0; i < caso.messaggi.size(); ++i)
+            script->Rispondi(RispostaMsg::OK);
+        EXPECT_EQ(caso.finale, ScaricaDomanda(c));
+        EXPECT_EQ(caso.messaggi, script->messaggi);
+        EXPECT_EQ(caso.finale, QFile::exists(Finale()));
+        EXPECT_EQ(caso.temporaneo, QFile::exists(Temporaneo()));
+        EXPECT_EQ(caso.stato, Stato());
+    }
+}
+
+TEST_F(ScaricoFatture, SulDischettoSvuotatoPrimaDellaCopia)
+{
+    SeminaDomanda();
+    QDir().mkpath(sessione().CartellaFloppy);
+    QFile vecchio(QDir(sessione().CartellaFloppy).filePath("vecchio.txt"));
+    ASSERT_TRUE(vecchio.open(QIODevice::WriteOnly));
+    vecchio.close();
+    script->Rispondi(RispostaMsg::OK);
+    // "A:\" perde la barra e diventa il punto di montaggio del dischetto.
+    ASSERT_TRUE(ScaricaDomanda("a:\\"));
+    EXPECT_EQ(Messaggi({{"Attenzione il contenuto del floppy verra cancellato", 64, ""}}), script->messaggi);
+    EXPECT_EQ(QStringList({"KelvarFAT.001"}), QDir(sessione().CartellaFloppy).entryList(QDir::Files));
+}
+
+// La maschera: la cartella si sceglie appena si apre, lo scarico va da sé e
+// la maschera si chiude; senza cartella non si tocca nulla.
+TEST_F(ScaricoFatture, MascheraRegistrataEApertaPerNome)
+{
+    AnnullaRegistrazioni();
+    RegistraMaschereDelSistema();
+    SeminaDomanda();
+    for (const bool scelta : {false, true}) {
+        SCOPED_TRACE(scelta ? "cartella scelta" : "scelta annullata");
+        if (scelta)
+            script->cartelle.enqueue(destinazione);
+        QString etichetta;
+        script->alMessaggio = nullptr;
+        frmScarico maschera;
+        etichetta = maschera.Label1->text();
+        EXPECT_EQ(maschera.exec(), scelta ? QDialog::Accepted : QDialog::Rejected);
+        EXPECT_EQ("Scarico in corso della Domanda n. 123456789", etichetta);
+        EXPECT_EQ(Titolo, maschera.windowTitle());
+        EXPECT_EQ(scelta, QFile::exists(Finale()));
+        EXPECT_EQ(scelta ? "1 S1" : "0 N0", Stato());
+    }
+    EXPECT_EQ(QStringList({"Selezionare il Percorso di scarico.", "Selezionare il Percorso di scarico."}),
+              script->titoliCartella);
+    script->cartelle.enqueue(destinazione);
+    EXPECT_TRUE(ApriMascheraModale("frmScarico", nullptr));
+    EXPECT_TRUE(QFile::exists(Finale("002")));
+    AnnullaRegistrazioni();
+}
+
+}  // namespace

@@ -1,0 +1,40 @@
+#pragma once
+// Maschere finte registrate sotto i nomi di quelle che una lista apre: un
+// QDialog che annota di essere stato aperto, con ciò che la sessione teneva in
+// quel momento (la "fotografia" scelta dal test), e si chiude da solo.
+
+#include "shell/registro_maschere.h"
+
+#include <QDialog>
+#include <QStringList>
+#include <QTimer>
+#include <functional>
+
+class MaschereFinte {
+public:
+    // fotografia: ciò che la sessione tiene all'apertura, come testo.
+    MaschereFinte(const QStringList& nomi, std::function<QString()> fotografia)
+        : m_fotografia(std::move(fotografia))
+    {
+        for (const QString& nome : nomi)
+            RegistraMaschera(
+                nome,
+                [this, nome](QWidget* genitore) -> QWidget* {
+                    aperte << nome + QLatin1Char(' ') + m_fotografia();
+                    if (azione)
+                        azione();
+                    auto* d = new QDialog(genitore);
+                    d->setObjectName(nome);
+                    QTimer::singleShot(0, d, &QDialog::accept);
+                    return d;
+                },
+                Apertura::Modale);
+    }
+
+    QStringList aperte;
+    // Eseguita all'apertura (per esempio per cambiare il database come farebbe la maschera).
+    std::function<void()> azione;
+
+private:
+    std::function<QString()> m_fotografia;
+};
