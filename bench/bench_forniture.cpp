@@ -47,7 +47,6 @@ public:
     void Clessidra(bool) override {}
     int AnteprimaStampa(QTextDocument&, const QString&) override { return RispostaMsg::OK; }
     [[noreturn]] void TerminaProcesso() override { std::abort(); }
-    // Le forniture non stampano nulla.
 };
 
 QTemporaryDir& Cartella()

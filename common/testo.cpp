@@ -60,11 +60,29 @@ QString FormattaDecimali(const QString& valore, int decimali)
     return intera + PadDestra(frazione, decimali, QLatin1Char('0'));
 }
 
-QString InserisciVirgola(const QString& valore, int decimali)
+QString InserisciVirgola(const QString& valore, int decimali) { return InserisciVirgola(QStringView(valore), decimali); }
+
+QString InserisciVirgola(QStringView valore, int decimali)
 {
     VerificaLarghezza(decimali);
     const qsizetype resto = std::max<qsizetype>(valore.size() - decimali, 0);
-    return CStr(Val(valore.left(resto))) + QLatin1Char(',') + valore.mid(resto);
+    // Solo cifre e spazi, al più 15 cifre (il caso dei tracciati): il valore
+    // è l'intero delle cifre, e Val seguito da CStr lo riscriverebbe tale e
+    // quale. Un carico ne legge decine di migliaia.
+    qint64 intero = 0;
+    bool semplice = resto <= 15;
+    for (qsizetype i = 0; semplice && i < resto; ++i) {
+        const char16_t c = valore.at(i).unicode();
+        if (c >= u'0' && c <= u'9')
+            intero = intero * 10 + (c - u'0');
+        else if (c != u' ')
+            semplice = false;
+    }
+    QString risultato = semplice ? QString::number(intero) : CStr(Val(valore.left(resto).toString()));
+    risultato.reserve(risultato.size() + 1 + valore.size() - resto);
+    risultato += QLatin1Char(',');
+    risultato += valore.mid(resto);
+    return risultato;
 }
 
 QString FormattazioneData(const QString& valore, const QString& mascheraIngresso, const QString& mascheraUscita,

@@ -21,6 +21,8 @@ QString FormattaDecimali(const QString& valore, int decimali);
 // il resto passa per il suo valore numerico (Val, perdendo gli zeri in testa)
 // e torna testo: "00012345" con 2 dà "123,45".
 QString InserisciVirgola(const QString& valore, int decimali);
+// La stessa su una parte di riga, senza copiarla prima (i tracciati in entrata).
+QString InserisciVirgola(QStringView valore, int decimali);
 
 // Data tra due maschere: "G" giorno, "M" mese, "A" anno ("GG/MM/AAAA",
 // "AAAAMMGG"). Senza una data valida il risultato è lungo quanto la maschera

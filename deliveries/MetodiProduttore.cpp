@@ -54,9 +54,11 @@ bool MetodiProduttore(int operazione, const QString& condizione)
     ProduttoreSelezionato& p = s.ProduttoreSel;
     try {
         Database& db = Db();
-        // La riga corrente è la prima che la condizione trova.
+        // La riga corrente è la prima che la condizione trova. L'inserimento
+        // non ne ha bisogno: niente lettura, il carico di una fornitura ne
+        // farebbe una per produttore.
         qint64 riga = 0;
-        {
+        if (operazione != 0) {
             Recordset rs = db.OpenRecordset(QStringLiteral("Select * from PRODUTTORI ") + condizione);
             if (!rs.eof())
                 riga = rs.Fields(QStringLiteral("iD_PRODUTTORI")).intero();
@@ -88,9 +90,12 @@ bool MetodiProduttore(int operazione, const QString& condizione)
             return false;
         }
 
-        // La domanda va stampata e scaricata di nuovo.
-        db.Execute(QStringLiteral("UPDATE DOMANDE_PRODUTTORI SET STAM='N',SCAR='N' WHERE ID_DOMANDA_PRODUTTORE=?"),
-                   {s.UtfSel.iD_DOMANDA});
+        // La domanda va stampata e scaricata di nuovo. La chiave 0 non è di
+        // nessuna domanda (il contatore parte da 1): il carico di una
+        // fornitura, che non la conosce, risparmia un'istruzione a produttore.
+        if (s.UtfSel.iD_DOMANDA != 0)
+            db.Execute(QStringLiteral("UPDATE DOMANDE_PRODUTTORI SET STAM='N',SCAR='N' WHERE ID_DOMANDA_PRODUTTORE=?"),
+                       {s.UtfSel.iD_DOMANDA});
         return true;
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), QStringLiteral("FrmFattura motedofatture"), e.numero(), e.descrizione());

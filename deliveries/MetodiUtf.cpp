@@ -38,11 +38,16 @@ bool MetodiUtf(int operazione, const QString& condizione)
     auto& s = sessione();
     try {
         s.StrSql = QStringLiteral("Select * from TAB_UTF ") + condizione;
-        Recordset rs = Db().OpenRecordset(s.StrSql);
-        // Cancellazione e modifica agiscono sulla prima riga della lettura.
-        const bool vuota = rs.eof();
-        const qint64 chiave = vuota ? 0 : rs.Fields(QStringLiteral("iD_UTF")).intero();
-        rs.Close();
+        // Cancellazione e modifica agiscono sulla prima riga della lettura;
+        // l'inserimento non legge (il carico di una fornitura ne farebbe una
+        // per certificato).
+        bool vuota = true;
+        qint64 chiave = 0;
+        if (operazione != Inserisci) {
+            Recordset rs = Db().OpenRecordset(s.StrSql);
+            vuota = rs.eof();
+            chiave = vuota ? 0 : rs.Fields(QStringLiteral("iD_UTF")).intero();
+        }
 
         switch (operazione) {
         case Cancella:

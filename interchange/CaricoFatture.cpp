@@ -20,45 +20,10 @@ using namespace TracciatoFatture;
 
 namespace {
 
-const QString EtichettaCarico = QStringLiteral(" frmCarico.battoncarica");
-const QString EtichettaNote = QStringLiteral(" frmCarico.ScriviNote");
 const QString EtichettaControllo = QStringLiteral("frmCarico.CARICOTABELLE");
 const QString EtichettaAllinea = QStringLiteral(" frmCarico.AllineaDB");
 const QString ACapo = QStringLiteral("\r\n");
 constexpr int IndiceFuoriIntervallo = 9;
-// Ogni quante righe o fatture si avvisa chi mostra l'avanzamento.
-constexpr qint64 PassoAvanzamento = 2000;
-
-struct Scarto {
-    QString Domanda;
-    QString Progressivo;
-    QString Fattura;
-    QString Bolla;
-    QString Motivo;
-};
-
-// Transazione del carico: confermata all'uscita in ogni caso.
-class TransazioneConfermata {
-public:
-    TransazioneConfermata() { Db().IniziaTransazione(); }
-    ~TransazioneConfermata()
-    {
-        try {
-            Conferma();
-        } catch (const ErroreSistema&) {
-            // Il motore l'ha già chiusa da sé dopo il guasto: nulla da confermare.
-        }
-    }
-    TransazioneConfermata(const TransazioneConfermata&) = delete;
-    TransazioneConfermata& operator=(const TransazioneConfermata&) = delete;
-    void Conferma()
-    {
-        sqlite3* h = Db().handle();
-        if (h && !sqlite3_get_autocommit(h))
-            Db().ConfermaTransazione();
-    }
-};
-
 QString Chiave(const QString& a, const QString& b, const QString& c = QString())
 {
     return a + QChar(0x1f) + b + QChar(0x1f) + c;
@@ -98,123 +63,52 @@ private:
     QHash<QString, QList<qsizetype>> m_indice;
 };
 
-class CaricoFornitura {
+// Il carico del ramo fatture sul percorso comune dei carichi.
+class CaricoFatture final : public CaricoComune::CaricoFornitura {
 public:
-    explicit CaricoFornitura(OsservatoreCarico* osservatore) : m_osservatore(osservatore) {}
-    void BATTONCARICA(const QString& percorsoFile);
+    using CaricoFornitura::CaricoFornitura;
+
+protected:
+    int LunghezzaRecord() const override { return TracciatoFatture::LunghezzaRecord; }
+    void Azzera() override { m_carico.Azzera(); }
+    int LeggiRiga(const QString& riga) override { return m_carico.LeggiRiga(riga); }
+    qint32 NumeroDomandeLette() const override { return m_carico.NumeroDomande; }
+    bool GiaCaricata() override;
+    bool Controllodati() override;
+    bool AllineaDB() override;
 
 private:
-    bool ctrlCloni(const QString& tabella, const QString& condizione, const QVariantList& parametri);
-    bool Controllodati();
-    void ValoreScarto(const QString& motivo, const QString& domanda, const QString& progressivo,
-                      const QString& fattura, const QString& bolla);
-    void ScriviNote();
     bool VerificaCloniDomnadaInArray(const QString& domanda, const QString& progressivo);
-    bool AllineaDB();
-    void PLAY(bool attiva)
-    {
-        if (m_osservatore)
-            m_osservatore->PLAY(attiva);
-    }
     static const FatturaCarico& FatturaAllIndice(const DomandaCarico& d, qsizetype indice);
 
-    OsservatoreCarico* m_osservatore;
     TracciatoFatture::Carico m_carico;
-    QList<Scarto> m_scarti;
     QHash<QString, int> m_coppie;
 };
 
-bool CaricoFornitura::ctrlCloni(const QString& tabella, const QString& condizione, const QVariantList& parametri)
+bool CaricoFatture::GiaCaricata()
 {
-    sessione().StrSql = QStringLiteral("select * from ") + tabella + QLatin1Char(' ') + condizione;
-    Recordset rs = Db().OpenRecordset(sessione().StrSql, parametri);
-    return !rs.eof();
+    const IntestazioneCarico& f = m_carico.Fornitura;
+    return ctrlCloni(QStringLiteral("TAB_Fornitura"),
+                     QStringLiteral(" where CAMPAGNA = ? and  Numero_domaNde = ? and  Numero_fatture = ?"
+                                    " and  Numero_bolle   = ? and  Data_forniturE = ?"
+                                    " and PROGRESSIVO_fornitura = ?"),
+                     {f.CAMPAGNA, f.Numero_domaNDe, f.Numero_fatture, f.Numero_bolle, f.Data_forniturE,
+                      f.PROGRESSIVO_fornitura});
 }
 
-void CaricoFornitura::ValoreScarto(const QString& motivo, const QString& domanda, const QString& progressivo,
-                          const QString& fattura, const QString& bolla)
-{
-    m_scarti.append(Scarto{domanda, progressivo, fattura, bolla, motivo});
-}
-
-bool CaricoFornitura::VerificaCloniDomnadaInArray(const QString& domanda, const QString& progressivo)
+bool CaricoFatture::VerificaCloniDomnadaInArray(const QString& domanda, const QString& progressivo)
 {
     return m_coppie.value(Chiave(domanda, progressivo)) > 1;
 }
 
-const FatturaCarico& CaricoFornitura::FatturaAllIndice(const DomandaCarico& d, qsizetype indice)
+const FatturaCarico& CaricoFatture::FatturaAllIndice(const DomandaCarico& d, qsizetype indice)
 {
     if (indice < 0 || indice >= d.Fatture.size())
         throw ErroreSistema(IndiceFuoriIntervallo, QStringLiteral("Indice non compreso nell'intervallo"));
     return d.Fatture.at(indice);
 }
 
-void CaricoFornitura::BATTONCARICA(const QString& percorsoFile)
-{
-    const QString titolo = sessione().TitoloMaschera;
-    const QString copia = FileDelProgramma(NomeFileTemporaneo);
-    m_scarti.clear();
-    m_carico.Azzera();
-    Clessidra(true);
-    try {
-        FileCopy(percorsoFile, copia);
-        bool giaCaricata = false;
-        qint64 letti = 0;
-        // La copia si chiude prima di essere cancellata.
-        for (LetturaFornitura file(copia); !file.eof();) {
-            const QString riga = file.LineInput();
-            if (riga.size() != LunghezzaRecord) {
-                MsgBox(QStringLiteral("Il tracciato a una lunghezza di tipo record errata.") + ACapo +
-                           QStringLiteral("IL caricamento sarà terminato."),
-                       StileMsg::Critico, titolo);
-                break;
-            }
-            if (m_carico.LeggiRiga(riga) == 0) {
-                const IntestazioneCarico& f = m_carico.Fornitura;
-                if (ctrlCloni(QStringLiteral("TAB_Fornitura"),
-                              QStringLiteral(" where CAMPAGNA = ? and  Numero_domaNde = ? and  Numero_fatture = ?"
-                                             " and  Numero_bolle   = ? and  Data_forniturE = ?"
-                                             " and PROGRESSIVO_fornitura = ?"),
-                              {f.CAMPAGNA, f.Numero_domaNDe, f.Numero_fatture, f.Numero_bolle, f.Data_forniturE,
-                               f.PROGRESSIVO_fornitura})) {
-                    MsgBox(QStringLiteral("Fornitura già caricata."), StileMsg::Informazione, titolo);
-                    giaCaricata = true;
-                    break;
-                }
-                PLAY(true);
-            }
-            if (m_osservatore && ++letti % PassoAvanzamento == 0)
-                m_osservatore->RecordLetti(letti);
-        }
-        if (m_osservatore)
-            m_osservatore->RecordLetti(letti);
-
-        if (giaCaricata) {
-        } else if (m_carico.NumeroDomande == 0) {
-            MsgBox(QStringLiteral("Nell'archivio le domande da caricare sono già presenti. "), StileMsg::Informazione,
-                   titolo);
-        } else if (!Controllodati()) {
-            MsgBox(QStringLiteral("Carico fornitura non riuscito."), StileMsg::Critico, titolo);
-        } else if (!m_scarti.isEmpty()) {
-            if (MsgBox(QStringLiteral("Tracciato fornitura anomala.") + ACapo +
-                           QStringLiteral("Visualizzare le domande non caricate?"),
-                       StileMsg::SiNo, titolo) == RispostaMsg::Si)
-                ScriviNote();
-        } else if (!AllineaDB()) {
-            MsgBox(QStringLiteral("Carico fornitura non riuscito."), StileMsg::Critico, titolo);
-        } else {
-            MsgBox(QStringLiteral("Carico fornitura correttamente eseguito"), StileMsg::Informazione, titolo);
-        }
-        PLAY(false);
-        CancellaSeEsiste(copia);
-    } catch (const ErroreSistema& e) {
-        PLAY(false);
-        ScriviLogErr(QString(), EtichettaCarico, e.numero(), e.descrizione());
-    }
-    Clessidra(false);
-}
-
-bool CaricoFornitura::Controllodati()
+bool CaricoFatture::Controllodati()
 {
     try {
         QList<DomandaCarico>& domande = m_carico.Domande;
@@ -302,36 +196,12 @@ bool CaricoFornitura::Controllodati()
     }
 }
 
-void CaricoFornitura::ScriviNote()
-{
-    const QString percorso = FileDelProgramma(NomeDomandeScartate);
-    try {
-        QFile file(percorso);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-            throw ErroreSistema(CodiciErrore::AccessoPercorso);
-        QString testo;
-        for (const Scarto& s : std::as_const(m_scarti))
-            testo += PadDestra(s.Domanda, 11, QLatin1Char(' ')) + QStringLiteral(" - ") +
-                     PadDestra(s.Progressivo, 2, QLatin1Char(' ')) + QStringLiteral(" - ") +
-                     PadDestra(s.Fattura.trimmed(), 15, QLatin1Char(' ')) + QStringLiteral(" - ") +
-                     PadDestra(s.Motivo, 70, QLatin1Char(' ')) + ACapo + ACapo;
-        const QByteArray byte = testo.toLocal8Bit();
-        const bool scritto = file.write(byte) == byte.size() && file.flush();
-        file.close();
-        if (!scritto)
-            throw ErroreSistema(CodiciErrore::DiscoPieno);
-        MostraTesto(percorso);
-    } catch (const ErroreSistema& e) {
-        QFile::remove(percorso);
-        ScriviLogErr(QString(), EtichettaNote, e.numero(), e.descrizione());
-    }
-}
-
-bool CaricoFornitura::AllineaDB()
+bool CaricoFatture::AllineaDB()
 {
     try {
-        TransazioneConfermata transazione;
-        try {
+        // Dentro la transazione del carico, confermata in ogni caso: quel che
+        // è stato scritto prima di un errore resta.
+        {
             sqlite3* h = Db().handle();
             Istruzione domanda(h, QStringLiteral("INSERT INTO DOMANDE (DOMANDA, PROGRESSIVO, TIPO_ARTICOLO, ID_VARIETA, STAM, SCAR,"
                                    " DATA_CAMP) VALUES (?, ?, ?, ?, 'N', 'N', ?)"));
@@ -342,7 +212,6 @@ bool CaricoFornitura::AllineaDB()
             Istruzione bolla(h, QStringLiteral("INSERT INTO BOLLE (FK_ID_FATTURA, NUMERO_BOLLA, DATA_CONSEGNA, QUANTITA_PRODOTTO,"
                                  " GRADO, DATA_PAGA) VALUES (?, ?, ?, ?, ?, ?)"));
             const QString campagna = m_carico.Fornitura.CAMPAGNA;
-            qint64 scritte = 0;
             for (qsizetype i = 1; i < m_carico.Domande.size(); ++i) {
                 const DomandaCarico& d = m_carico.Domande.at(i);
                 const qint64 idDomanda = domanda.Testo(d.DOMANDA)
@@ -384,8 +253,7 @@ bool CaricoFornitura::AllineaDB()
                             .Testo(b.DATA_PAGA)
                             .Esegui();
                     }
-                    if (m_osservatore && ++scritte % PassoAvanzamento == 0)
-                        m_osservatore->FattureScritte(scritte);
+                    RigaScritta();
                 }
             }
 
@@ -427,12 +295,7 @@ bool CaricoFornitura::AllineaDB()
                                         " VALUES (?, ?, ?, ?, ?, ?)"),
                          {f.CAMPAGNA, f.Numero_domaNDe, f.Numero_fatture, f.Numero_bolle, f.Data_forniturE,
                           f.PROGRESSIVO_fornitura});
-            transazione.Conferma();
             return true;
-        } catch (const ErroreSistema&) {
-            // Quel che è stato scritto resta: si conferma prima di riportare l'errore.
-            transazione.Conferma();
-            throw;
         }
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), EtichettaAllinea, e.numero(), e.descrizione());
@@ -442,17 +305,10 @@ bool CaricoFornitura::AllineaDB()
 
 }  // namespace
 
-QString NomeFileFornitura(const QString& tag, const QString& campagna)
-{
-    const bool soloArt29 = campagna == QLatin1String("2005") || campagna == QLatin1String("2004");
-    return QStringLiteral("ART") + (soloArt29 ? Articoli.left(2) : Articoli) + tag + campagna +
-           QStringLiteral(".txt");
-}
-
 void CaricaFornitura(const QString& percorsoFile) { CaricaFornitura(percorsoFile, nullptr); }
 
 void CaricaFornitura(const QString& percorsoFile, OsservatoreCarico* osservatore)
 {
-    CaricoFornitura carico(osservatore);
+    CaricoFatture carico(osservatore);
     carico.BATTONCARICA(percorsoFile);
 }

@@ -17,6 +17,12 @@ inline QString Mid(const QString& riga, int inizio, int lunghezza)
     return riga.mid(inizio - 1, lunghezza);
 }
 
+// Lo stesso senza copia, per chi legge subito il valore.
+inline QStringView MidVista(const QString& riga, int inizio, int lunghezza)
+{
+    return QStringView(riga).mid(inizio - 1, lunghezza);
+}
+
 inline QString Spazi(int n) { return QString(n, QLatin1Char(' ')); }
 
 // La cifra tolta la virgola: nessun cambio di scala, solo testo.

@@ -265,19 +265,19 @@ void Carico::Tipo_3(const QString& riga)
     p.CODI_FISC = Mid(riga, 32, 16);
     p.DENOMINAZIONE = Mid(riga, 48, 70);
     p.CODICE_CONTRATTO_DISTILLAZIONE = Mid(riga, 118, 11);
-    p.QTA_VINO_EFFETIVAMENTE_DISTILLATA = InserisciVirgola(Mid(riga, 129, 11), 4);
-    p.TITOLO_ALCOLOMETRICO_FATTURATO = InserisciVirgola(Mid(riga, 140, 6), 4);
-    p.ETTOGRADI = InserisciVirgola(Mid(riga, 146, 12), 4);
-    p.QTA_ALCOLE_NEUTRO = InserisciVirgola(Mid(riga, 158, 11), 4);
-    p.QTA_ALCOLE_GREZZO = InserisciVirgola(Mid(riga, 169, 11), 4);
-    p.QTA_ACQUAVITE = InserisciVirgola(Mid(riga, 180, 11), 4);
-    p.AIUTO_ALCOLE_NEUTRO = InserisciVirgola(Mid(riga, 191, 14), 2);
-    p.AIUTO_ALCOLE_GREZZO = InserisciVirgola(Mid(riga, 205, 14), 2);
-    p.AIUTO_ACQUAVITE = InserisciVirgola(Mid(riga, 219, 14), 2);
-    p.IMPORTO_DETRAIBILE = InserisciVirgola(Mid(riga, 233, 14), 2);
+    p.QTA_VINO_EFFETIVAMENTE_DISTILLATA = InserisciVirgola(MidVista(riga, 129, 11), 4);
+    p.TITOLO_ALCOLOMETRICO_FATTURATO = InserisciVirgola(MidVista(riga, 140, 6), 4);
+    p.ETTOGRADI = InserisciVirgola(MidVista(riga, 146, 12), 4);
+    p.QTA_ALCOLE_NEUTRO = InserisciVirgola(MidVista(riga, 158, 11), 4);
+    p.QTA_ALCOLE_GREZZO = InserisciVirgola(MidVista(riga, 169, 11), 4);
+    p.QTA_ACQUAVITE = InserisciVirgola(MidVista(riga, 180, 11), 4);
+    p.AIUTO_ALCOLE_NEUTRO = InserisciVirgola(MidVista(riga, 191, 14), 2);
+    p.AIUTO_ALCOLE_GREZZO = InserisciVirgola(MidVista(riga, 205, 14), 2);
+    p.AIUTO_ACQUAVITE = InserisciVirgola(MidVista(riga, 219, 14), 2);
+    p.IMPORTO_DETRAIBILE = InserisciVirgola(MidVista(riga, 233, 14), 2);
     // In entrata a 247 c'è il codice del colore, non la chiave.
     p.iD_COLORE = Colore(Mid(riga, 247, 2));
-    p.TOTALE_AIUTO = InserisciVirgola(Mid(riga, 249, 15), 2);
+    p.TOTALE_AIUTO = InserisciVirgola(MidVista(riga, 249, 15), 2);
     p.APPROVAZIONE_ANTICIPATA = Mid(riga, 264, 1) == QLatin1String("S") ? QStringLiteral("S") : QString();
     p.PERC_APPROVAZIONE_ANTICIPATA = PadDestra(Mid(riga, 265, 3), 3, Zero);
 }

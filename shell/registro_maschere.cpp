@@ -3,6 +3,7 @@
 #include "deliveries/registra_conferimenti_utf.h"
 #include "deliveries/registra_domande_produttori.h"
 #include "deliveries/registra_produttore.h"
+#include "interchange/registra_carico_conferimenti.h"
 #include "interchange/registra_forniture.h"
 #include "invoices/registra_domande.h"
 #include "invoices/registra_fatture.h"
@@ -85,5 +86,6 @@ void RegistraMaschereDelSistema()
     RegistraMaschereDomandeProduttori();
     RegistraMaschereFatture();
     RegistraMaschereForniture();
+    RegistraMaschereCaricoConferimenti();
     RegistraListeDomande();
 }

@@ -237,6 +237,9 @@ Database::~Database() { Close(); }
 
 bool Database::aperto() const
 {
+    // Il motore è noto solo a connessione aperta (Close lo dimentica).
+    if (m_handle)
+        return true;
     return !m_nomeConnessione.isEmpty() && QSqlDatabase::database(m_nomeConnessione, false).isOpen();
 }
 
@@ -245,6 +248,7 @@ void Database::Close()
     if (m_nomeConnessione.isEmpty())
         return;
     m_preparate.clear();
+    m_handle = nullptr;
     {
         QSqlDatabase c = QSqlDatabase::database(m_nomeConnessione, false);
         c.close();
@@ -255,11 +259,14 @@ void Database::Close()
 
 sqlite3* Database::handle()
 {
+    if (m_handle)
+        return m_handle;
     QSqlDatabase c = QSqlDatabase::database(m_nomeConnessione, false);
     const QVariant v = c.driver()->handle();
     if (!v.isValid() || qstrcmp(v.typeName(), "sqlite3*") != 0)
         return nullptr;
-    return *static_cast<sqlite3* const*>(v.data());
+    m_handle = *static_cast<sqlite3* const*>(v.data());
+    return m_handle;
 }
 
 QSqlQuery Database::Esegui(const QString& sql, const QVariantList& parametri, bool avanti)
@@ -277,25 +284,90 @@ QSqlQuery Database::Esegui(const QString& sql, const QVariantList& parametri, bo
     return q;
 }
 
-QSqlQuery& Database::Preparata(const QString& sql)
+struct Database::Istruzione {
+    sqlite3_stmt* stmt = nullptr;
+    ~Istruzione() { sqlite3_finalize(stmt); }
+};
+
+namespace {
+
+// L'errore del motore come lo riporterebbe Qt, per la stessa traduzione.
+QSqlError ErroreMotore(sqlite3* db, int codice)
 {
-    if (!aperto())
+    return QSqlError(QString(), QString::fromUtf8(sqlite3_errmsg(db)), QSqlError::StatementError,
+                     QString::number(codice));
+}
+
+// Lega un valore come fa il driver Qt: un testo o dei byte nulli sono Null.
+// I testi convertiti restano nel deposito fino all'esecuzione: il motore li
+// legge senza copiarli.
+int Lega(sqlite3_stmt* st, int indice, const QVariant& v, QList<QByteArray>& deposito)
+{
+    if (!v.isValid() || v.isNull())
+        return sqlite3_bind_null(st, indice);
+    switch (v.typeId()) {
+    case QMetaType::QString: {
+        const QString& t = *static_cast<const QString*>(v.constData());
+        if (t.isNull())
+            return sqlite3_bind_null(st, indice);
+        // Il database è in UTF-8: convertito qui costa meno che dentro il motore.
+        const QByteArray& utf8 = deposito.emplaceBack(t.toUtf8());
+        return sqlite3_bind_text(st, indice, utf8.constData(), int(utf8.size()), SQLITE_STATIC);
+    }
+    case QMetaType::QByteArray: {
+        const QByteArray& b = *static_cast<const QByteArray*>(v.constData());
+        if (b.isNull())
+            return sqlite3_bind_null(st, indice);
+        return sqlite3_bind_blob(st, indice, deposito.emplaceBack(b).constData(), int(b.size()), SQLITE_STATIC);
+    }
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::LongLong:
+    case QMetaType::Long:
+    case QMetaType::Char:
+    case QMetaType::UChar:
+        return sqlite3_bind_int64(st, indice, v.toLongLong());
+    case QMetaType::ULongLong:
+    case QMetaType::ULong:
+        return sqlite3_bind_int64(st, indice, qint64(v.toULongLong()));
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return sqlite3_bind_double(st, indice, v.toDouble());
+    default: {
+        const QByteArray& utf8 = deposito.emplaceBack(v.toString().toUtf8());
+        return sqlite3_bind_text(st, indice, utf8.constData(), int(utf8.size()), SQLITE_STATIC);
+    }
+    }
+}
+
+}  // namespace
+
+Database::Istruzione& Database::Preparata(const QString& sql)
+{
+    // La connessione aperta ha già dato il suo motore: niente ricerca per nome.
+    if (!m_handle && !aperto())
         throw ErroreSistema(3420, QStringLiteral("Oggetto non valido o non più impostato."));
-    auto& q = m_preparate[sql];
-    if (!q) {
+    auto& ist = m_preparate[sql];
+    if (!ist) {
         if (m_preparate.size() > 64) {
             m_preparate.clear();
             return Preparata(sql);
         }
-        q = std::make_shared<QSqlQuery>(QSqlDatabase::database(m_nomeConnessione, false));
-        q->setForwardOnly(true);
-        if (!q->prepare(sql)) {
-            const QSqlError errore = q->lastError();
+        sqlite3* db = handle();
+        auto nuova = std::make_shared<Istruzione>();
+        const void* coda = nullptr;
+        const int esito = sqlite3_prepare16_v2(db, sql.utf16(), int(sql.size() * sizeof(QChar)), &nuova->stmt, &coda);
+        if (esito != SQLITE_OK) {
+            const QSqlError errore = ErroreMotore(db, sqlite3_extended_errcode(db));
             m_preparate.remove(sql);
             throw Traduci(errore, sql);
         }
+        ist = std::move(nuova);
     }
-    return *q;
+    return *ist;
 }
 
 namespace {
@@ -310,13 +382,27 @@ void Database::ImpostaTerminaLetture(std::function<bool()> funzione) { terminaLe
 
 int Database::Execute(const QString& sql, const QVariantList& parametri)
 {
-    QSqlQuery& q = Preparata(sql);
-    for (int i = 0; i < parametri.size(); ++i)
-        q.bindValue(i, parametri[i]);
-    const bool riuscita = q.exec();
-    if (!riuscita) {
-        const QSqlError errore = q.lastError();
-        q.finish();
+    Istruzione& ist = Preparata(sql);
+    sqlite3* db = handle();
+    sqlite3_stmt* st = ist.stmt;
+    int esito = SQLITE_OK;
+    QList<QByteArray> deposito;
+    // Un'istruzione vuota (solo spazi o commenti) non ha nulla da eseguire.
+    if (st) {
+        const int quanti = sqlite3_bind_parameter_count(st);
+        deposito.reserve(quanti);
+        for (int i = 0; i < parametri.size() && i < quanti && esito == SQLITE_OK; ++i)
+            esito = Lega(st, i + 1, parametri[i], deposito);
+        if (esito == SQLITE_OK) {
+            do
+                esito = sqlite3_step(st);
+            while (esito == SQLITE_ROW);
+        }
+    }
+    if (st && esito != SQLITE_DONE) {
+        const QSqlError errore = ErroreMotore(db, sqlite3_extended_errcode(db));
+        sqlite3_reset(st);
+        sqlite3_clear_bindings(st);
         // Dopo un errore (schema cambiato, tabella eliminata) si riprepara.
         m_preparate.remove(sql);
         // Bloccata da una lettura ancora aperta di una griglia: la si termina e si ritenta.
@@ -324,9 +410,51 @@ int Database::Execute(const QString& sql, const QVariantList& parametri)
             return Execute(sql, parametri);
         throw Traduci(errore, sql);
     }
-    m_righeToccate = std::max(0, q.numRowsAffected());
-    q.finish();
+    m_righeToccate = st ? std::max(0, sqlite3_changes(db)) : 0;
+    if (st) {
+        sqlite3_reset(st);
+        sqlite3_clear_bindings(st);
+    }
     return m_righeToccate;
+}
+
+Valore Database::PrimoValore(const QString& sql, const QVariantList& parametri)
+{
+    Istruzione& ist = Preparata(sql);
+    sqlite3* db = handle();
+    sqlite3_stmt* st = ist.stmt;
+    if (!st)
+        return Valore();
+    QList<QByteArray> deposito;
+    int esito = SQLITE_OK;
+    const int quanti = sqlite3_bind_parameter_count(st);
+    for (int i = 0; i < parametri.size() && i < quanti && esito == SQLITE_OK; ++i)
+        esito = Lega(st, i + 1, parametri[i], deposito);
+    if (esito == SQLITE_OK)
+        esito = sqlite3_step(st);
+    QVariant valore;
+    if (esito == SQLITE_ROW) {
+        switch (sqlite3_column_type(st, 0)) {
+        case SQLITE_INTEGER: valore = qint64(sqlite3_column_int64(st, 0)); break;
+        case SQLITE_FLOAT: valore = sqlite3_column_double(st, 0); break;
+        case SQLITE_BLOB:
+            valore = QByteArray(static_cast<const char*>(sqlite3_column_blob(st, 0)), sqlite3_column_bytes(st, 0));
+            break;
+        case SQLITE_NULL: break;
+        default:
+            valore = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)),
+                                       sqlite3_column_bytes(st, 0));
+        }
+    } else if (esito != SQLITE_DONE) {
+        const QSqlError errore = ErroreMotore(db, sqlite3_extended_errcode(db));
+        sqlite3_reset(st);
+        sqlite3_clear_bindings(st);
+        m_preparate.remove(sql);
+        throw Traduci(errore, sql);
+    }
+    sqlite3_reset(st);
+    sqlite3_clear_bindings(st);
+    return Valore(valore);
 }
 
 Recordset Database::OpenRecordset(const QString& sql, const QVariantList& parametri)
@@ -346,18 +474,30 @@ QSqlDatabase Database::connessione() const
 
 qint64 Database::InserisciRiga(const QString& tabella, const Campi& campi)
 {
-    QStringList nomi, segnaposto;
     QVariantList valori;
-    for (const auto& [nome, valore] : campi) {
-        nomi << Citato(nome);
-        segnaposto << QStringLiteral("?");
-        valori << valore;
+    valori.reserve(campi.size());
+    for (const auto& campo : campi)
+        valori << campo.second;
+    // Il testo dell'istruzione si compone una volta per tabella e colonne: i
+    // carichi inseriscono migliaia di righe con le stesse colonne.
+    Inserimento& pronto = m_inserimenti[tabella];
+    bool uguali = pronto.colonne.size() == campi.size() && !pronto.sql.isEmpty();
+    for (qsizetype i = 0; uguali && i < campi.size(); ++i)
+        uguali = pronto.colonne.at(i) == campi.at(i).first;
+    if (!uguali) {
+        QStringList nomi, segnaposto;
+        pronto.colonne.clear();
+        for (const auto& campo : campi) {
+            pronto.colonne << campo.first;
+            nomi << Citato(campo.first);
+            segnaposto << QStringLiteral("?");
+        }
+        pronto.sql = nomi.isEmpty()
+            ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(Citato(tabella))
+            : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                  .arg(Citato(tabella), nomi.join(QLatin1Char(',')), segnaposto.join(QLatin1Char(',')));
     }
-    const QString sql = nomi.isEmpty()
-        ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(Citato(tabella))
-        : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-              .arg(Citato(tabella), nomi.join(QLatin1Char(',')), segnaposto.join(QLatin1Char(',')));
-    Execute(sql, valori);
+    Execute(pronto.sql, valori);
     return static_cast<qint64>(sqlite3_last_insert_rowid(handle()));
 }
 

@@ -114,6 +114,9 @@ public:
     int Execute(const QString& sql, const QVariantList& parametri = {});
     int RecordsAffected() const { return m_righeToccate; }
     Recordset OpenRecordset(const QString& sql, const QVariantList& parametri = {});
+    // La prima colonna della prima riga, Null se non ce n'è: per le letture
+    // ripetute migliaia di volte (i carichi), con l'istruzione già preparata.
+    Valore PrimoValore(const QString& sql, const QVariantList& parametri = {});
     // Lettura già eseguita e scorrevole, per i modelli delle griglie
     // (QSqlQueryModel legge le righe a richiesta). Errori come OpenRecordset.
     QSqlQuery Interroga(const QString& sql, const QVariantList& parametri = {});
@@ -158,11 +161,21 @@ private:
     static std::unique_ptr<Database> Connetti(const QString& percorso, bool crea, bool esclusivo);
     void VerificaPassword(const QString& password);
     QSqlQuery Esegui(const QString& sql, const QVariantList& parametri, bool avanti);
-    // Le scritture ripetute (i caricamenti) riusano l'istruzione già preparata.
-    QSqlQuery& Preparata(const QString& sql);
+    // Le scritture ripetute (i caricamenti) riusano l'istruzione già
+    // preparata, direttamente sul motore: il legame dei valori di QSqlQuery
+    // compone un testo per ogni parametro e costa più dell'inserimento.
+    struct Istruzione;
+    Istruzione& Preparata(const QString& sql);
 
     QString m_nomeConnessione;
-    QHash<QString, std::shared_ptr<QSqlQuery>> m_preparate;
+    sqlite3* m_handle = nullptr;  // il motore della connessione aperta, dopo il primo handle()
+    QHash<QString, std::shared_ptr<Istruzione>> m_preparate;
+    // Testo di InserisciRiga per tabella, con le colonne da cui viene.
+    struct Inserimento {
+        QStringList colonne;
+        QString sql;
+    };
+    QHash<QString, Inserimento> m_inserimenti;
     QString m_percorso;
     int m_righeToccate = 0;
 };

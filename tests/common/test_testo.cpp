@@ -48,6 +48,9 @@ TEST(InserisciVirgola, ContrarioAllImportazione)
     const Caso casi[] = {
         {"00012345", 2, "123,45"}, {"00000000", 2, "0,00"}, {"        ", 2, "0,  "}, {"12345", 0, "12345,"},
         {"5", 2, "0,5"},
+        // Fuori dalle sole cifre e spazi vale Val: segno, lettere, oltre 15 cifre.
+        {" 1 2 345", 2, "123,45"}, {"-0001234", 2, "-12,34"}, {"12A45", 2, "12,45"},
+        {"123456789012345678", 2, "1,23456789012346E+15,78"}, {"123456789012345", 0, "123456789012345,"},
     };
     for (const auto& c : casi)
         EXPECT_EQ(InserisciVirgola(T(c.valore), c.decimali), T(c.atteso)) << c.valore << " con " << c.decimali;

@@ -128,6 +128,44 @@ TEST_F(Operazioni, InserimentoERigaInteraConChiaveContatoreMaiRiusata)
               QStringList{u"12,5|0"_s});
 }
 
+// I valori legati alle scritture: tipo e valore come li legava il driver Qt
+// (un testo nullo è Null, un testo vuoto no); una stessa tabella scritta con
+// altre colonne non riusa l'istruzione di prima.
+TEST_F(Operazioni, ValoriLegatiEColonneDiInserisciRiga)
+{
+    db().Execute(u"CREATE TABLE PROVA (X)"_s);
+    const struct {
+        QVariant valore;
+        const char* atteso;  // typeof|valore
+    } casi[] = {
+        {QVariant(QString()), "null|"},
+        {QVariant(u""_s), "text|"},
+        {QVariant(u"L'ALBA \"È\""_s), "text|L'ALBA \"È\""},
+        {QVariant(42), "integer|42"},
+        {QVariant(qint64(1) << 40), "integer|1099511627776"},
+        {QVariant(true), "integer|1"},
+        {QVariant(2.5), "real|2,5"},
+        {QVariant(QByteArray("\x01\x02", 2)), "blob|\x01\x02"},
+        {QVariant(), "null|"},
+    };
+    for (const auto& c : casi) {
+        db().Execute(u"DELETE FROM PROVA"_s);
+        db().Execute(u"INSERT INTO PROVA (X) VALUES (?)"_s, {c.valore});
+        EXPECT_EQ(Righe(db(), u"SELECT typeof(X), X FROM PROVA"_s), QStringList{QString::fromUtf8(c.atteso)})
+            << c.atteso;
+    }
+    db().InserisciRiga(u"DOMANDE"_s, {{u"DOMANDA"_s, u"1"_s}});
+    db().InserisciRiga(u"DOMANDE"_s, {{u"DOMANDA"_s, u"2"_s}, {u"PROGRESSIVO"_s, u"07"_s}});
+    db().InserisciRiga(u"DOMANDE"_s, {{u"PROGRESSIVO"_s, u"08"_s}});
+    EXPECT_EQ(Righe(db(), u"SELECT DOMANDA, PROGRESSIVO FROM DOMANDE ORDER BY ID_DOMANDA"_s),
+              (QStringList{u"1|"_s, u"2|07"_s, u"|08"_s}));
+    // La prima colonna della prima riga, Null senza righe.
+    const QString primo = u"SELECT PROGRESSIVO, DOMANDA FROM DOMANDE WHERE DOMANDA >= ? ORDER BY ID_DOMANDA"_s;
+    EXPECT_EQ(db().PrimoValore(primo, {u"2"_s}).testo(), u"07"_s);
+    EXPECT_TRUE(db().PrimoValore(primo, {u"3"_s}).isNull());
+    EXPECT_EQ(NumeroErrore([&] { db().PrimoValore(u"SELECT X FROM NON_CE"_s); }), 3078);
+}
+
 TEST_F(Operazioni, ErroriDelMotoreConINumeriNoti)
 {
     EXPECT_EQ(NumeroErrore([&] { db().Execute(u"DELETE FROM TABELLA_CHE_NON_CE"_s); }), 3078);

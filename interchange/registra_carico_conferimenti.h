@@ -1,0 +1,4 @@
+#pragma once
+
+// Registra FrmProduttore_carico, che il menu apre per nome.
+void RegistraMaschereCaricoConferimenti();
