@@ -295,7 +295,6 @@ TEST_F(ListaConferimenti, Aiuto)
         {11, 8, u"Frmproduttore_Domanda"_s},  // non ne imposta uno: resta il precedente
         {18, 11, u"FRMSELEZIONE_STAMPA"_s},
         {16, 14, u"frmProduttori_Scarico"_s},
-        {12, 8, u"frmProduttori_Scarico"_s},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.codice);

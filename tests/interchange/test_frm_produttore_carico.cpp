@@ -59,10 +59,11 @@ protected:
 TEST_F(MascheraCaricoProva, NomeDelFileCaricoEUscita)
 {
     EXPECT_EQ(maschera->windowTitle(), Titolo);
-    Scegli("2003");
+    // Il 2004 e il 2005 sono del solo articolo 29 (il 2003 si prova con frmCarico).
+    Scegli("2004");
     Scegli("2005");
     EXPECT_EQ(maschera->percorso->text(),
-              "Seleziona percorso file ART29-30CONF.txt ART29-30CONF2003.TXT ART29CONF2005.TXT");
+              "Seleziona percorso file ART29-30CONF.txt ART29CONF2004.TXT ART29CONF2005.TXT");
     QFile f(QDir(arrivo).filePath("ART29CONF2005.txt"));
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     f.write(File(FornituraGrande(2, 3, 2)));
