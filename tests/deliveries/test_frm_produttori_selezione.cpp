@@ -234,31 +234,30 @@ TEST_F(ListaConferimenti, SelezioneEConsegna)
 TEST_F(ListaConferimenti, Cancellazione)
 {
     const QString domanda = u"Confermi la cancellazione della domanda : "_s;
+    // Riga 1: la domanda 1 del 2005, con certificati; riga 2: la domanda 2, senza.
+    const struct {
+        int riga, risposta;
+        Messaggi dopo;
+        int restano;
+    } casi[] = {
+        {1, RispostaMsg::Si,
+         {{u"Operazione non eseguita.\r\nVerificare eventuale presenza di certificati UTF."_s, 48, u""_s}}, 4},
+        {2, RispostaMsg::No, {}, 4},
+        {2, RispostaMsg::Si, {{u"Operazione correttamente eseguita."_s, 64, u""_s}}, 3},
+    };
     FrmProduttori_Selezione& f = Apri(7);
-    // Riga 1: la domanda 1 del 2005, con certificati.
-    script->Rispondi(RispostaMsg::Si);
-    script->Rispondi(RispostaMsg::OK);
-    Seleziona({1}, 1);
-    f.Cmddati_Click(3);
-    EXPECT_EQ(script->messaggi,
-              (Messaggi{{domanda + u"00000000001"_s, 324, u" Domande del distillatore "_s},
-                        {u"Operazione non eseguita.\r\nVerificare eventuale presenza di certificati UTF."_s, 48, u""_s}}));
-    // Riga 2: la domanda 2, senza; il "No" lascia tutto com'è.
-    script->messaggi.clear();
-    script->Rispondi(RispostaMsg::No);
-    Seleziona({2}, 2);
-    f.Cmddati_Click(3);
-    EXPECT_EQ(script->messaggi.size(), 1);
-    EXPECT_EQ(Righe().size(), 4);
-    // Con il "Sì" la domanda senza certificati si cancella.
-    script->messaggi.clear();
-    script->Rispondi(RispostaMsg::Si);
-    script->Rispondi(RispostaMsg::OK);
-    Seleziona({2}, 2);
-    f.Cmddati_Click(3);
-    ASSERT_EQ(script->messaggi.size(), 2);
-    EXPECT_EQ(Righe().size(), 3);
-    EXPECT_EQ(script->messaggi[1], (MessaggioRegistrato{u"Operazione correttamente eseguita."_s, 64, u""_s}));
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.riga);
+        const QString numero = f.Data->Campo(c.riga, u"DOMANDA"_s).testo();
+        script->messaggi.clear();
+        script->Rispondi(c.risposta);
+        if (!c.dopo.isEmpty())
+            script->Rispondi(RispostaMsg::OK);
+        Seleziona({c.riga}, c.riga);
+        f.Cmddati_Click(3);
+        EXPECT_EQ(script->messaggi, (Messaggi{{domanda + numero, 324, u" Domande del distillatore "_s}} + c.dopo));
+        EXPECT_EQ(Righe().size(), c.restano);
+    }
     EXPECT_EQ(::Righe(db(), u"SELECT COUNT(*) FROM TAB_UTF"_s), QStringList{u"3"_s});
 }
 
@@ -296,7 +295,6 @@ TEST_F(ListaConferimenti, Aiuto)
         {11, 8, u"Frmproduttore_Domanda"_s},  // non ne imposta uno: resta il precedente
         {18, 11, u"FRMSELEZIONE_STAMPA"_s},
         {16, 14, u"frmProduttori_Scarico"_s},
-        {12, 8, u"frmProduttori_Scarico"_s},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.codice);

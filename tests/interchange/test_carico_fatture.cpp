@@ -261,19 +261,6 @@ TEST_F(CaricoFatture, GuastoInScritturaLasciaCiòCheÈScritto)
     EXPECT_EQ(0, Conta("TAB_Fornitura"));
 }
 
-TEST_F(CaricoFatture, NomeDelFileDaCercare)
-{
-    const struct {
-        const char* tag;
-        const char* campagna;
-        const char* nome;
-    } casi[] = {{"FAT", "2005", "ART29FAT2005.txt"}, {"FAT", "2004", "ART29FAT2004.txt"},
-                {"FAT", "2003", "ART29-30FAT2003.txt"}, {"CONF", "2005", "ART29CONF2005.txt"},
-                {"FAT", "", "ART29-30FAT.txt"}};
-    for (const auto& c : casi)
-        EXPECT_EQ(c.nome, NomeFileFornitura(c.tag, c.campagna));
-}
-
 // La maschera: nome del file che cresce a ogni scelta della campagna,
 // animazione e conteggio durante il carico, maschera aperta dopo.
 TEST_F(CaricoFatture, Maschera)

@@ -53,6 +53,7 @@ TEST_F(Destinazioni, Chk_Disk)
         bool risultato;
         Messaggi messaggi;
         QStringList restano;
+        bool termina = false;
     };
     const auto vuoto = [](Destinazioni& t) { QDir().mkpath(t.floppy); };
     const QList<Caso> casi = {
@@ -79,6 +80,7 @@ TEST_F(Destinazioni, Chk_Disk)
          {1, 6}, false, {Svuota, Inserire}, {"a.txt"}},
         {"assente, l'utente lo inserirà", [](Destinazioni&) {}, {6}, false, {Inserire}, {}},
         {"assente, l'utente non termina", [](Destinazioni&) {}, {7, 7}, false, {Inserire, Terminare}, {}},
+        {"assente, l'utente termina", [](Destinazioni&) {}, {7, 6}, false, {Inserire, Terminare}, {}, true},
     };
     for (const Caso& caso : casi) {
         SCOPED_TRACE(caso.nome);
@@ -87,19 +89,16 @@ TEST_F(Destinazioni, Chk_Disk)
         caso.prepara(*this);
         for (int r : caso.risposte)
             script->Rispondi(r);
-        EXPECT_EQ(caso.risultato, Chk_Disk());
+        bool risultato = false;
+        try {
+            risultato = Chk_Disk();
+        } catch (const ProcessoTerminato&) {
+        }
+        EXPECT_EQ(caso.termina, script->terminato);
+        EXPECT_EQ(caso.risultato, risultato);
         EXPECT_EQ(caso.messaggi, script->messaggi);
         EXPECT_EQ(caso.restano, QDir(floppy).entryList(QDir::AllEntries | QDir::NoDotAndDotDot));
-        EXPECT_FALSE(script->terminato);
     }
-}
-
-TEST_F(Destinazioni, Chk_DiskTerminaAllaParolaDellUtente)
-{
-    script->Rispondi(RispostaMsg::No);
-    script->Rispondi(RispostaMsg::Si);
-    EXPECT_THROW(Chk_Disk(), ProcessoTerminato);
-    EXPECT_EQ(Messaggi({Inserire, Terminare}), script->messaggi);
 }
 
 TEST_F(Destinazioni, SullaCartellaFloppy)

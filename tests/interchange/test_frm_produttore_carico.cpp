@@ -1,5 +1,5 @@
-// FrmProduttore_carico: nome del file, scelta della cartella, maschera
-// occupata durante il carico e di nuovo libera dopo, chiusura su rinuncia.
+// FrmProduttore_carico: la maschera comune dei carichi (provata per intero
+// con frmCarico) con il nome del file e il carico dei conferimenti.
 #include "interchange/FrmProduttore_carico.h"
 
 #include "fornitura_conferimenti_prova.h"
@@ -22,7 +22,6 @@ using namespace ConferimentiProva;
 namespace {
 
 const QString Titolo = QStringLiteral(" Carico Domande di aiuto alla distillazione facoltativa (Art.29)");
-const QString NonCorretto = QStringLiteral("Il percorso indicato non è corretto");
 
 class MascheraCaricoProva : public ProvaConDatabase {
 protected:
@@ -55,54 +54,33 @@ protected:
     QString arrivo;
 };
 
-TEST_F(MascheraCaricoProva, NomeDelFileSecondoLaCampagna)
+// Il nome cresce a ogni scelta della campagna; il carico gira con la maschera
+// occupata, che alla fine resta aperta e libera; Esci la chiude.
+TEST_F(MascheraCaricoProva, NomeDelFileCaricoEUscita)
 {
     EXPECT_EQ(maschera->windowTitle(), Titolo);
-    EXPECT_EQ(maschera->percorso->text(), "Seleziona percorso file ART29-30CONF.txt");
-    // Il testo cresce a ogni scelta.
+    // Il 2004 e il 2005 sono del solo articolo 29 (il 2003 si prova con frmCarico).
+    Scegli("2004");
     Scegli("2005");
-    Scegli("2003");
     EXPECT_EQ(maschera->percorso->text(),
-              "Seleziona percorso file ART29-30CONF.txt ART29CONF2005.TXT ART29-30CONF2003.TXT");
-    EXPECT_EQ(sessione().CampagnaSelezionata, "2003");
-    maschera->Cmddati_Click(1);
-    EXPECT_FALSE(maschera->isVisible());
-    EXPECT_EQ(sessione().CampagnaSelezionata, "");
-}
-
-// Una cartella sbagliata e Riprova, poi quella giusta: il carico gira con la
-// maschera occupata, e alla fine la maschera resta aperta e di nuovo libera.
-// Una rinuncia alla cartella chiude la maschera.
-TEST_F(MascheraCaricoProva, CaricoDallaMaschera)
-{
+              "Seleziona percorso file ART29-30CONF.txt ART29CONF2004.TXT ART29CONF2005.TXT");
     QFile f(QDir(arrivo).filePath("ART29CONF2005.txt"));
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     f.write(File(FornituraGrande(2, 3, 2)));
     f.close();
-    Scegli("2005");
 
-    struct Stato {
-        bool occupata, animata;
-    };
-    QList<Stato> durante;
+    QList<bool> occupata;
     script->alMessaggio = [&](const MessaggioRegistrato&) {
-        durante << Stato{!maschera->Cmddati[0]->isEnabled() && !maschera->Cmddati[1]->isEnabled() &&
-                             maschera->carica->isVisible(),
-                         maschera->Timer->isActive() && maschera->imgFloppy.at(0)->isVisible()};
+        occupata << (!maschera->Cmddati[0]->isEnabled() && !maschera->Cmddati[1]->isEnabled() &&
+                     maschera->carica->isVisible() && maschera->Timer->isActive() &&
+                     maschera->imgFloppy.at(0)->isVisible());
     };
-    script->cartelle << QDir(cartella->cartella()).filePath("database") << arrivo;
-    script->Rispondi(4);  // Riprova
+    script->cartelle << arrivo;
     script->Rispondi(1);
     maschera->Cmddati[0]->click();
-
-    const QString cerca = "Selezionare il Percorso del file ART29CONF2005.txt di Carico.";
-    EXPECT_EQ(script->titoliCartella, (QStringList{cerca, cerca}));
-    EXPECT_EQ(script->messaggi, (Messaggi{{NonCorretto, 5 + 48, Titolo},
-                                          {"Carico fornitura correttamente eseguito", 64, Titolo}}));
-    ASSERT_EQ(durante.size(), 2);
-    EXPECT_FALSE(durante[0].occupata);
-    EXPECT_TRUE(durante[1].occupata);
-    EXPECT_TRUE(durante[1].animata);
+    EXPECT_EQ(script->titoliCartella, QStringList{"Selezionare il Percorso del file ART29CONF2005.txt di Carico."});
+    EXPECT_EQ(script->messaggi, (Messaggi{{"Carico fornitura correttamente eseguito", 64, Titolo}}));
+    EXPECT_EQ(occupata, QList<bool>{true});
     EXPECT_EQ(Righe(db(), "SELECT COUNT(*) FROM PRODUTTORI"), QStringList{"12"});
     EXPECT_TRUE(maschera->isVisible());
     EXPECT_TRUE(maschera->Cmddati[0]->isEnabled());
@@ -110,11 +88,9 @@ TEST_F(MascheraCaricoProva, CaricoDallaMaschera)
     EXPECT_FALSE(maschera->Timer->isActive());
     EXPECT_EQ(maschera->conteggio->text(), "Righe scritte: 20");
 
-    // Rinuncia: nessun carico, la maschera si chiude.
-    script->messaggi.clear();
-    maschera->Cmddati[0]->click();
-    EXPECT_TRUE(script->messaggi.isEmpty());
+    maschera->Cmddati_Click(1);
     EXPECT_FALSE(maschera->isVisible());
+    EXPECT_EQ(sessione().CampagnaSelezionata, "");
 }
 
 }  // namespace

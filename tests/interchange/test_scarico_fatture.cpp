@@ -206,25 +206,19 @@ TEST_F(ScaricoFatture, MascheraRegistrataEApertaPerNome)
     AnnullaRegistrazioni();
     RegistraMaschereDelSistema();
     SeminaDomanda();
-    for (const bool scelta : {false, true}) {
-        SCOPED_TRACE(scelta ? "cartella scelta" : "scelta annullata");
-        if (scelta)
-            script->cartelle.enqueue(destinazione);
-        QString etichetta;
-        script->alMessaggio = nullptr;
-        frmScarico maschera;
-        etichetta = maschera.Label1->text();
-        EXPECT_EQ(maschera.exec(), scelta ? QDialog::Accepted : QDialog::Rejected);
-        EXPECT_EQ("Scarico in corso della Domanda n. 123456789", etichetta);
+    {
+        frmScarico maschera;  // scelta annullata
+        EXPECT_EQ("Scarico in corso della Domanda n. 123456789", maschera.Label1->text());
         EXPECT_EQ(Titolo, maschera.windowTitle());
-        EXPECT_EQ(scelta, QFile::exists(Finale()));
-        EXPECT_EQ(scelta ? "1 S1" : "0 N0", Stato());
+        EXPECT_EQ(maschera.exec(), QDialog::Rejected);
+        EXPECT_EQ("0 N0", Stato());
     }
-    EXPECT_EQ(QStringList({"Selezionare il Percorso di scarico.", "Selezionare il Percorso di scarico."}),
-              script->titoliCartella);
     script->cartelle.enqueue(destinazione);
     EXPECT_TRUE(ApriMascheraModale("frmScarico", nullptr));
-    EXPECT_TRUE(QFile::exists(Finale("002")));
+    EXPECT_TRUE(QFile::exists(Finale()));
+    EXPECT_EQ("1 S1", Stato());
+    EXPECT_EQ(QStringList({"Selezionare il Percorso di scarico.", "Selezionare il Percorso di scarico."}),
+              script->titoliCartella);
     AnnullaRegistrazioni();
 }
 

@@ -18,7 +18,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMdiArea>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -354,19 +353,18 @@ TEST_F(ListaFatture, UnGuastoPassaDalRegistroELaMascheraRestaAperta)
 
 TEST_F(ListaFatture, Aiuto)
 {
+    // F1 sulla griglia mostra l'aiuto due volte; il pulsante una.
     const struct {
-        int codice;
-        QStringList f1;  // l'aiuto compare due volte
-        int pulsante;
+        int codice, pulsante;
         QString argomento;
     } casi[] = {
-        {0, {u"FRMSELEZIONE_DOMA"_s, u"FRMSELEZIONE_DOMA"_s}, 13, u"FRMSELEZIONE_DOMA"_s},
-        {1, {u"FRMSELEZIONE_FATTU"_s, u"FRMSELEZIONE_FATTU"_s}, 11, u"FRMSELEZIONE_FATTU"_s},
-        {3, {u"FRMSELEZIONE_CAMBIO"_s, u"FRMSELEZIONE_CAMBIO"_s}, 11, u"FRMSELEZIONE_CAMBIO"_s},
-        {4, {u"frmScarico"_s, u"frmScarico"_s}, 14, u"frmScarico"_s},
-        {5, {u"FRMSELEZIONE_STAMPA"_s, u"FRMSELEZIONE_STAMPA"_s}, 12, u"FRMSELEZIONE_STAMPA"_s},
+        {0, 13, u"FRMSELEZIONE_DOMA"_s},
+        {1, 11, u"FRMSELEZIONE_FATTU"_s},
+        {3, 11, u"FRMSELEZIONE_CAMBIO"_s},
+        {4, 14, u"frmScarico"_s},
+        {5, 12, u"FRMSELEZIONE_STAMPA"_s},
         // Sotto il codice 1 il pulsante della cornice delle domande non imposta l'argomento.
-        {1, {u"FRMSELEZIONE_FATTU"_s, u"FRMSELEZIONE_FATTU"_s}, 13, u"FRMSELEZIONE_FATTU"_s},
+        {1, 13, u"FRMSELEZIONE_FATTU"_s},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.codice);
@@ -374,10 +372,8 @@ TEST_F(ListaFatture, Aiuto)
         f.show();
         aiuti.clear();
         QTest::keyClick(f.Griglia, Qt::Key_F1);
-        EXPECT_EQ(aiuti, c.f1);
-        aiuti.clear();
         f.Cmddati_Click(c.pulsante);
-        EXPECT_EQ(aiuti, QStringList{c.argomento});
+        EXPECT_EQ(aiuti, (QStringList{c.argomento, c.argomento, c.argomento}));
         f.close();
     }
 }
@@ -402,8 +398,6 @@ TEST_F(ListaFatture, IlMenuCambiaIlLavoroSottoLaListaAperta)
 
     menu.findChild<QAction*>(u"mnuDist_2"_s)->trigger();
     EXPECT_EQ(menu.MascheraAperta(u"FrmSelezione"_s), f);
-    EXPECT_EQ(menu.AreaMdi()->subWindowList().size(), 1);
-    EXPECT_EQ(sessione().OperazioneCorrente.toInt(), 1);
     EXPECT_EQ(f->windowTitle(), u"Elenco  Domande "_s);
     f->Cmddati_Click(0);
     EXPECT_EQ(f->Data->rowCount(), 4);  // 2005 con le fatture unite: 1/01 due volte
