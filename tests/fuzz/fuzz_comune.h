@@ -39,6 +39,9 @@ public:
 inline QTemporaryDir* cartella = nullptr;
 inline QString fornitura;
 inline int modifiche = 0;
+// La sessione rilascia la connessione a fine processo senza chiuderla: il
+// suo indirizzo tenuto qui la lascia raggiungibile per LeakSanitizer.
+inline Database* connessione = nullptr;
 
 // Da LLVMFuzzerInitialize: applicazione, database di prova e sessione.
 inline void Prepara(int* argc, char*** argv, const QString& titolo, const QString& nomeFornitura)
@@ -54,6 +57,7 @@ inline void Prepara(int* argc, char*** argv, const QString& titolo, const QStrin
     sessione().PathDatabase = QDir(cartella->path()).filePath("database") + '/';
     sessione().TitoloMaschera = titolo;
     sessione().DbDistilleria = Database::Apri(db, false, ConnessioneDb);
+    connessione = sessione().DbDistilleria.get();
     // Database di prova: nessuna scrittura su disco che non serva.
     sessione().DbDistilleria->Execute(QStringLiteral("PRAGMA journal_mode=MEMORY"));
     sessione().DbDistilleria->Execute(QStringLiteral("PRAGMA synchronous=OFF"));
