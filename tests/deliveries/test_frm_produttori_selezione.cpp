@@ -80,14 +80,7 @@ protected:
             r.sort();
         return r;
     }
-    void Seleziona(const QList<int>& righe, int corrente)
-    {
-        auto* sel = lista->Griglia->selectionModel();
-        sel->clearSelection();
-        for (int r : righe)
-            sel->select(lista->Data->index(r, 2), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        sel->setCurrentIndex(lista->Data->index(corrente, 2), QItemSelectionModel::NoUpdate);
-    }
+    void Seleziona(const QList<int>& righe, int corrente) { SelezionaRighe(lista->Griglia, righe, corrente, 2); }
 
     std::unique_ptr<FrmProduttori_Selezione> lista;
     std::unique_ptr<MaschereFinte> finte;

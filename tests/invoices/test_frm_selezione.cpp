@@ -87,14 +87,7 @@ protected:
         return r;
     }
     // Seleziona le righe date (posizioni) e porta la corrente su "corrente".
-    void Seleziona(const QList<int>& righe, int corrente)
-    {
-        auto* sel = attiva->Griglia->selectionModel();
-        sel->clearSelection();
-        for (int r : righe)
-            sel->select(attiva->Data->index(r, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        sel->setCurrentIndex(attiva->Data->index(corrente, 1), QItemSelectionModel::NoUpdate);
-    }
+    void Seleziona(const QList<int>& righe, int corrente) { SelezionaRighe(attiva->Griglia, righe, corrente, 1); }
     QString Cornice() const
     {
         for (const char* n : {"Fradomande", "Frafatture", "FrasTAMPA", "FraScarico"})

@@ -5,7 +5,10 @@
 
 #include "shell/registro_maschere.h"
 
+#include <QAbstractItemModel>
 #include <QDialog>
+#include <QItemSelectionModel>
+#include <QTableView>
 #include <QStringList>
 #include <QTimer>
 #include <functional>
@@ -38,3 +41,15 @@ public:
 private:
     std::function<QString()> m_fotografia;
 };
+
+// Seleziona nella griglia le righe date (posizioni) e porta la corrente su
+// "corrente", come farebbe l'utente; la colonna è una qualunque visibile.
+inline void SelezionaRighe(QTableView* griglia, const QList<int>& righe, int corrente, int colonna)
+{
+    QItemSelectionModel* sel = griglia->selectionModel();
+    QAbstractItemModel* modello = griglia->model();
+    sel->clearSelection();
+    for (int r : righe)
+        sel->select(modello->index(r, colonna), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    sel->setCurrentIndex(modello->index(corrente, colonna), QItemSelectionModel::NoUpdate);
+}
