@@ -1,13 +1,18 @@
 // Lista di 100 000 fatture in una griglia: tempo fino alla prima schermata
-// disegnata e tempo per scorrere fino all'ultima riga.
+// disegnata e tempo per arrivare all'ultima riga trascinando la barra di
+// scorrimento in fondo, a passi.
 //   - Modo1Ordinato: la lista "Fatture" delle domande (modo 1, join esterno
 //     DOMANDE-FATTURE) con l'ordinamento della ricerca, 1000 domande da 100
 //     fatture;
 //   - Modo1OrdinatoSenzaIndice: lo stesso senza l'indice DOMANDE_ORDINE, per
 //     misurare quanto vale l'indice;
 //   - Fatture2: le fatture di una domanda (modo "FATTURE2") che ne ha 100 000.
-// passo_max_ms è il passo di scorrimento più lungo (un blocco di righe).
-// Obiettivo: prima schermata sotto i 100 ms, scorrimento senza blocchi.
+// passo_max_ms è il passo più lungo: un passo della barra trascinata, il
+// salto all'ultima riga (Ctrl+Fine) o il ritorno in cima. rss_prima_mb e
+// rss_dopo_mb sono la memoria residente del processo prima e dopo essere
+// arrivati in fondo: non deve crescere con le righe passate.
+// Obiettivo: prima schermata sotto i 100 ms, in fondo sotto i 300 ms, nessun
+// passo oltre i 50 ms.
 //
 // Le maschere vere, su 100 000 domande:
 //   - FrmSelezioneFattureApertura: l'elenco sotto il codice 1 ("Fatture"),
@@ -28,15 +33,31 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QDir>
+#include <QFile>
 #include <QElapsedTimer>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QKeyEvent>
 #include <benchmark/benchmark.h>
+
+#include <unistd.h>
 
 namespace {
 
 constexpr int NumeroFatture = 100000;
+// Passi della barra trascinata dalla cima al fondo.
+constexpr int PassiTrascinamento = 10;
+
+// Memoria residente del processo, in MB.
+double MemoriaResidente()
+{
+    QFile f(QStringLiteral("/proc/self/statm"));
+    if (!f.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> campi = f.readAll().split(' ');
+    return campi.size() > 1 ? campi.at(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0) : 0;
+}
 
 // Database consegnato con le fatture generate; "domande" domande in parti uguali.
 std::unique_ptr<QTemporaryDir> Genera(int domande)
@@ -77,7 +98,7 @@ void Misura(benchmark::State& stato, int domande, const Lista& lista)
     if (lista.senzaIndice)
         Db().Execute(QStringLiteral("DROP INDEX DOMANDE_ORDINE"));
     sessione().DomandaSel.ID_DOMANDA = 1;
-    double primaSchermata = 0, finoInFondo = 0, passoMassimo = 0;
+    double primaSchermata = 0, finoInFondo = 0, passoMassimo = 0, rssPrima = 0, rssDopo = 0;
     qint64 righe = 0;
     for (auto _ : stato) {
         QTableView griglia;
@@ -91,22 +112,35 @@ void Misura(benchmark::State& stato, int domande, const Lista& lista)
         ColonneGrigliaDomande(&griglia, lista.modo, QStringLiteral("Elenco"));
         griglia.repaint();
         primaSchermata += double(t.nsecsElapsed()) / 1e6;
+        rssPrima = MemoriaResidente();
 
-        // Come l'utente che trascina la barra in fondo: ogni arrivo in fondo
-        // carica il blocco successivo, finché le righe finiscono.
-        t.restart();
-        auto* modello = griglia.model();
+        // Ogni passo finisce con la schermata disegnata.
         QElapsedTimer passo;
-        while (modello->canFetchMore(QModelIndex())) {
+        const auto misuraPasso = [&](const std::function<void()>& azione) {
             passo.start();
-            griglia.scrollToBottom();
+            azione();
             QApplication::processEvents();
+            griglia.repaint();
             passoMassimo = std::max(passoMassimo, double(passo.nsecsElapsed()) / 1e6);
-        }
-        griglia.scrollToBottom();
-        griglia.repaint();
+        };
+        // La barra trascinata in fondo, a passi.
+        t.restart();
+        QScrollBar* barra = griglia.verticalScrollBar();
+        for (int i = 1; i <= PassiTrascinamento; ++i)
+            misuraPasso([&] { barra->setValue(barra->maximum() * i / PassiTrascinamento); });
         finoInFondo += double(t.nsecsElapsed()) / 1e6;
-        righe = modello->rowCount();
+        rssDopo = MemoriaResidente();
+        // In cima e di nuovo in fondo con la tastiera: Ctrl+Home, Ctrl+End.
+        griglia.setFocus();
+        for (const int tasto : {Qt::Key_Home, Qt::Key_End})
+            misuraPasso([&] {
+                QKeyEvent premuto(QEvent::KeyPress, tasto, Qt::ControlModifier);
+                QApplication::sendEvent(&griglia, &premuto);
+            });
+        righe = griglia.model()->rowCount();
+        if (griglia.currentIndex().row() != righe - 1)
+            stato.SkipWithError("Ctrl+End non porta all'ultima riga");
+        auto* modello = griglia.model();
         griglia.setModel(nullptr);
         delete modello;
     }
@@ -115,6 +149,8 @@ void Misura(benchmark::State& stato, int domande, const Lista& lista)
     stato.counters["fino_in_fondo_ms"] = finoInFondo / n;
     stato.counters["passo_max_ms"] = passoMassimo;
     stato.counters["righe"] = double(righe);
+    stato.counters["rss_prima_mb"] = rssPrima;
+    stato.counters["rss_dopo_mb"] = rssDopo;
     sessione().DbDistilleria.reset();
 }
 

@@ -7,11 +7,15 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSqlError>
 #include <QSqlField>
 #include <QSqlRecord>
 #include <QTableView>
+
+#include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -239,48 +243,230 @@ IstruzioneSql FiltroListaProduttori(const QVariant& modo)
 
 // ---------------------------------------------------------------- ModelloLista
 
-ModelloLista::ModelloLista(QObject* parent) : QSqlQueryModel(parent)
+namespace {
+
+// Il testo senza l'ORDER BY finale fuori da parentesi e apici: per contare
+// le righe l'ordine non serve e costerebbe un ordinamento intero. Un ORDER BY
+// con parametri resta, perché i parametri seguono l'ordine del testo.
+QString SenzaOrdine(const QString& testo)
 {
-    modelliVivi().insert(this);
-    static const bool installato = [] {
-        Database::ImpostaTerminaLetture(&ModelloLista::TerminaTutteLeLetture);
-        return true;
-    }();
-    (void)installato;
+    static const QRegularExpression ordine(QStringLiteral("\\bORDER\\s+BY\\b"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    int profondita = 0;
+    QChar apice;
+    qsizetype ultimo = -1;
+    for (qsizetype i = 0; i < testo.size(); ++i) {
+        const QChar c = testo.at(i);
+        if (!apice.isNull()) {
+            if (c == apice)
+                apice = QChar();
+        } else if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            apice = c;
+        } else if (c == QLatin1Char('(')) {
+            ++profondita;
+        } else if (c == QLatin1Char(')')) {
+            --profondita;
+        } else if (profondita == 0 && (c == QLatin1Char('O') || c == QLatin1Char('o')) &&
+                   ordine.match(testo, i, QRegularExpression::NormalMatch,
+                                    QRegularExpression::AnchorAtOffsetMatchOption)
+                       .hasMatch()) {
+            ultimo = i;
+        }
+    }
+    if (ultimo < 0 || testo.indexOf(QLatin1Char('?'), ultimo) >= 0)
+        return testo;
+    return testo.left(ultimo);
 }
+
+// Colonne di cifre (quantità, importi, gradi, numeri), allineate a destra.
+bool DiCifre(const QSqlField& campo)
+{
+    QString nome = campo.name().toUpper();
+    if (const qsizetype duePunti = nome.lastIndexOf(QLatin1Char(':')); duePunti > 0)
+        nome.truncate(duePunti);
+    static const QSet<QString> nomi = {
+        QStringLiteral("DOMANDA"),   QStringLiteral("PROGRESSIVO"),        QStringLiteral("NUME_FATT"),
+        QStringLiteral("NUME_FATT_TRAS"), QStringLiteral("GRAD"),          QStringLiteral("GRADO"),
+        QStringLiteral("IVA"),       QStringLiteral("IMPO"),               QStringLiteral("IMPO_TOTA"),
+        QStringLiteral("ETTOGRADI"), QStringLiteral("TOTALE_AIUTO"),       QStringLiteral("IMPORTO_DETRAIBILE"),
+        QStringLiteral("TITOLO_ALCOLOMETRICO_FATTURATO")};
+    static const char* const prefissi[] = {"QTA_", "QUANTITA_", "PREZ_", "AIUTO_", "PERC_"};
+    if (nomi.contains(nome))
+        return true;
+    for (const char* p : prefissi)
+        if (nome.startsWith(QLatin1String(p)))
+            return true;
+    switch (campo.metaType().id()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::Double: return true;
+    default: return false;
+    }
+}
+
+}  // namespace
+
+ModelloLista::ModelloLista(QObject* parent) : QAbstractTableModel(parent) { modelliVivi().insert(this); }
 
 ModelloLista::~ModelloLista() { modelliVivi().remove(this); }
 
-void ModelloLista::Imposta(const IstruzioneSql& istruzione)
+ModelloLista::Finestra ModelloLista::LeggiFinestra(const IstruzioneSql& istruzione, int numero, QSqlRecord* record)
 {
-    QSqlQuery q = Db().Interroga(istruzione.testo, istruzione.parametri);
-    m_istruzione = istruzione;
-    m_didascalie.clear();
-    m_allineamenti.clear();
-    setQuery(std::move(q));
-    if (lastError().isValid()) {
-        const QSqlError e = lastError();
+    QVariantList parametri = istruzione.parametri;
+    parametri << RigheFinestra << qint64(numero) * RigheFinestra;
+    QSqlQuery q = Db().Interroga(istruzione.testo + QStringLiteral(" LIMIT ? OFFSET ?"), parametri);
+    if (record)
+        *record = q.record();
+    const int colonne = q.record().count();
+    Finestra f;
+    f.numero = numero;
+    f.celle.reserve(qsizetype(colonne) * RigheFinestra);
+    while (q.next()) {
+        for (int c = 0; c < colonne; ++c)
+            f.celle.append(q.value(c));
+        ++f.righe;
+    }
+    if (q.lastError().isValid()) {
+        const QSqlError e = q.lastError();
         throw ErroreSistema(3000 + std::max(1, e.nativeErrorCode().toInt() & 0xff),
                             QStringLiteral("Errore del database: ") + e.text());
     }
+    return f;
 }
 
-bool ModelloLista::TerminaLettura()
+int ModelloLista::Conta(const IstruzioneSql& istruzione)
 {
-    bool letto = false;
-    while (canFetchMore()) {
-        fetchMore();
-        letto = true;
+    return static_cast<int>(Db().PrimoValore(QStringLiteral("SELECT COUNT(*) FROM (") + SenzaOrdine(istruzione.testo) +
+                                                  QStringLiteral(")"),
+                                              istruzione.parametri)
+                                .intero());
+}
+
+void ModelloLista::Imposta(const IstruzioneSql& istruzione)
+{
+    // Tutto si legge prima di toccare il modello: un errore lo lascia com'era.
+    QSqlRecord record;
+    Finestra prima = LeggiFinestra(istruzione, 0, &record);
+    const int righe = prima.righe < RigheFinestra ? prima.righe : std::max(prima.righe, Conta(istruzione));
+    beginResetModel();
+    m_istruzione = istruzione;
+    m_record = record;
+    m_righe = righe;
+    m_cifre.clear();
+    for (int c = 0; c < record.count(); ++c)
+        if (DiCifre(record.field(c)))
+            m_cifre.insert(c);
+    m_didascalie.clear();
+    m_allineamenti.clear();
+    m_finestre = {std::move(prima)};
+    m_lette = 1;
+    endResetModel();
+}
+
+void ModelloLista::Rileggi()
+{
+    if (m_record.isEmpty())
+        return;
+    QSqlRecord record;
+    Finestra prima;
+    int righe = 0;
+    try {
+        prima = LeggiFinestra(m_istruzione, 0, &record);
+        righe = prima.righe < RigheFinestra ? prima.righe : std::max(prima.righe, Conta(m_istruzione));
+    } catch (const ErroreSistema&) {
+        record = m_record;
+        prima = Finestra();
+        righe = 0;
+        if (m_righe > 0) {
+            beginRemoveRows(QModelIndex(), 0, m_righe - 1);
+            m_righe = 0;
+            m_finestre.clear();
+            endRemoveRows();
+        }
+        throw;
     }
-    return letto;
+    if (record.count() != m_record.count()) {
+        // Altre colonne: come una nuova istruzione.
+        Imposta(m_istruzione);
+        return;
+    }
+    // Le righe in più o in meno si tolgono o si aggiungono in fondo: la vista
+    // tiene colonne nascoste, larghezze e didascalie.
+    if (righe < m_righe) {
+        beginRemoveRows(QModelIndex(), righe, m_righe - 1);
+        m_righe = righe;
+        endRemoveRows();
+    } else if (righe > m_righe) {
+        beginInsertRows(QModelIndex(), m_righe, righe - 1);
+        m_righe = righe;
+        endInsertRows();
+    }
+    m_record = record;
+    m_finestre = {std::move(prima)};
+    m_lette = 1;
+    if (m_righe > 0)
+        emit dataChanged(index(0, 0), index(m_righe - 1, columnCount() - 1));
 }
 
-bool ModelloLista::TerminaTutteLeLetture()
+void ModelloLista::RileggiTutte()
 {
-    bool letto = false;
-    for (ModelloLista* m : modelliVivi())
-        letto = m->TerminaLettura() || letto;
-    return letto;
+    std::optional<ErroreSistema> primo;
+    for (ModelloLista* m : modelliVivi().values()) {
+        try {
+            m->Rileggi();
+        } catch (const ErroreSistema& e) {
+            if (!primo)
+                primo = e;
+        }
+    }
+    if (primo)
+        throw *primo;
+}
+
+void ModelloLista::Conserva(Finestra finestra) const
+{
+    m_finestre.prepend(std::move(finestra));
+    while (m_finestre.size() > FinestreTenute)
+        m_finestre.removeLast();
+}
+
+const ModelloLista::Finestra* ModelloLista::FinestraDi(int riga) const
+{
+    const int numero = riga / RigheFinestra;
+    for (qsizetype i = 0; i < m_finestre.size(); ++i) {
+        if (m_finestre.at(i).numero != numero)
+            continue;
+        if (i > 0)
+            m_finestre.move(i, 0);
+        return &m_finestre.first();
+    }
+    try {
+        Conserva(LeggiFinestra(m_istruzione, numero));
+        ++m_lette;
+    } catch (const ErroreSistema&) {
+        // Database chiuso (un ripristino in corso) o tabella sparita: celle
+        // vuote, e la finestra si riprova alla prossima richiesta.
+        return nullptr;
+    }
+    return &m_finestre.first();
+}
+
+const QVariant* ModelloLista::Cella(int riga, int colonna) const
+{
+    if (riga < 0 || riga >= m_righe || colonna < 0 || colonna >= m_record.count())
+        return nullptr;
+    const Finestra* f = FinestraDi(riga);
+    const int locale = riga % RigheFinestra;
+    if (!f || locale >= f->righe)
+        return nullptr;  // riga sparita dal database dopo il conteggio
+    return &f->celle.at(qsizetype(locale) * m_record.count() + colonna);
+}
+
+int ModelloLista::rowCount(const QModelIndex& genitore) const { return genitore.isValid() ? 0 : m_righe; }
+
+int ModelloLista::columnCount(const QModelIndex& genitore) const
+{
+    return genitore.isValid() ? 0 : static_cast<int>(m_record.count());
 }
 
 int ModelloLista::Colonna(const QString& nome) const
@@ -325,7 +511,18 @@ Valore ModelloLista::Campo(int riga, int colonna) const
         throw ErroreSistema(CodiciErrore::NessunRecordCorrente);
     if (colonna < 0 || colonna >= columnCount())
         throw ErroreSistema(3265, QStringLiteral("Elemento non trovato in questo insieme."));
-    return Valore(QSqlQueryModel::data(index(riga, colonna), Qt::EditRole));
+    const int numero = riga / RigheFinestra;
+    const bool inMemoria = std::any_of(m_finestre.cbegin(), m_finestre.cend(),
+                                       [numero](const Finestra& f) { return f.numero == numero; });
+    // Qui l'errore di lettura risale al chiamante, che ha la sua etichetta.
+    if (!inMemoria) {
+        Conserva(LeggiFinestra(m_istruzione, numero));
+        ++m_lette;
+    }
+    const QVariant* valore = Cella(riga, colonna);
+    if (!valore)
+        throw ErroreSistema(CodiciErrore::NessunRecordCorrente);
+    return Valore(*valore);
 }
 
 void ModelloLista::ImpostaAllineamento(int colonna, Qt::Alignment allineamento)
@@ -337,12 +534,20 @@ void ModelloLista::ImpostaAllineamento(int colonna, Qt::Alignment allineamento)
 
 QVariant ModelloLista::data(const QModelIndex& indice, int ruolo) const
 {
+    if (!indice.isValid())
+        return {};
     if (ruolo == Qt::TextAlignmentRole) {
         const auto it = m_allineamenti.constFind(indice.column());
         if (it != m_allineamenti.cend())
             return QVariant::fromValue(it.value());
+        if (m_cifre.contains(indice.column()))
+            return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
+        return {};
     }
-    return QSqlQueryModel::data(indice, ruolo);
+    if (ruolo != Qt::DisplayRole && ruolo != Qt::EditRole)
+        return {};
+    const QVariant* valore = Cella(indice.row(), indice.column());
+    return valore ? *valore : QVariant();
 }
 
 QVariant ModelloLista::headerData(int sezione, Qt::Orientation orientamento, int ruolo) const
@@ -351,15 +556,17 @@ QVariant ModelloLista::headerData(int sezione, Qt::Orientation orientamento, int
         const auto it = m_didascalie.constFind(sezione);
         if (it != m_didascalie.cend())
             return it.value();
+        if (sezione >= 0 && sezione < m_record.count())
+            return m_record.fieldName(sezione);
     }
-    return QSqlQueryModel::headerData(sezione, orientamento, ruolo);
+    return QAbstractTableModel::headerData(sezione, orientamento, ruolo);
 }
 
 bool ModelloLista::setHeaderData(int sezione, Qt::Orientation orientamento, const QVariant& valore, int ruolo)
 {
     if (orientamento != Qt::Horizontal || (ruolo != Qt::DisplayRole && ruolo != Qt::EditRole) || sezione < 0 ||
         sezione >= columnCount())
-        return QSqlQueryModel::setHeaderData(sezione, orientamento, valore, ruolo);
+        return QAbstractTableModel::setHeaderData(sezione, orientamento, valore, ruolo);
     m_didascalie[sezione] = valore;
     emit headerDataChanged(orientamento, sezione, sezione);
     return true;

@@ -5,15 +5,19 @@
 // chiamante: "CERCA", "FATTURE2", "SCARICO", "SCARICO2", "168", "711",
 // "1611". Un numero e il suo testo valgono lo stesso modo.
 //
-// Le griglie sono QTableView su un ModelloLista (QSqlQueryModel): le righe si
-// leggono a richiesta, così una lista di 100 000 fatture mostra la prima
-// schermata subito. Le colonne si indirizzano per posizione
+// Le griglie sono QTableView su un ModelloLista: il modello conosce subito
+// il numero delle righe e legge dal database solo le finestre di righe che
+// la vista chiede, così una lista di 100 000 fatture si apre e si scorre fino
+// in fondo al costo di una schermata. Le colonne si indirizzano per posizione
 // nell'istruzione, per questo l'ordine delle colonne delle tabelle conta.
 
 #include "store/database.h"
 
+#include <QAbstractTableModel>
 #include <QHash>
-#include <QSqlQueryModel>
+#include <QList>
+#include <QSet>
+#include <QSqlRecord>
 #include <QString>
 #include <QVariant>
 
@@ -53,47 +57,81 @@ IstruzioneSql QueryListaProduttori(const QVariant& modo);
 // "1611": la domanda DomandaProduttoreSel); vuota per gli altri.
 IstruzioneSql FiltroListaProduttori(const QVariant& modo);
 
-// Modello delle griglie: legge le righe a richiesta dalla connessione di
-// sessione. Didascalie e allineamenti per colonna si azzerano a ogni nuova
-// istruzione, come le colonne di una griglia legata a un nuovo recordset.
-class ModelloLista : public QSqlQueryModel {
+// Modello delle griglie. All'impostazione legge la prima finestra di righe
+// e, se la lista è più lunga, ne conta le righe; poi legge a richiesta solo
+// le finestre che la vista mostra (LIMIT/OFFSET sulla stessa istruzione) e
+// ne tiene in memoria poche, le ultime usate. Nessuna lettura resta aperta
+// sulla connessione tra una richiesta e l'altra. Didascalie e allineamenti
+// per colonna si azzerano a ogni nuova istruzione, come le colonne di una
+// griglia legata a un nuovo recordset.
+class ModelloLista : public QAbstractTableModel {
     Q_OBJECT
 
 public:
+    static constexpr int RigheFinestra = 256;
+    static constexpr int FinestreTenute = 8;
+
     explicit ModelloLista(QObject* parent = nullptr);
     ~ModelloLista() override;
 
-    // Esegue l'istruzione sulla connessione di sessione. Errori: ErroreSistema.
+    // Esegue l'istruzione sulla connessione di sessione. Errori: ErroreSistema,
+    // e il modello resta com'era.
     void Imposta(const IstruzioneSql& istruzione);
     const IstruzioneSql& istruzione() const { return m_istruzione; }
+    // Rilegge la stessa istruzione (righe cambiate sotto la lista, database
+    // ripristinato): colonne, didascalie e allineamenti restano. Un errore
+    // lascia la lista vuota e risale al chiamante.
+    void Rileggi();
+    // Rilegge tutte le liste vive; il primo errore, dopo averle rilette tutte.
+    static void RileggiTutte();
 
-    // Legge le righe che mancano, così la lettura sulla connessione si chiude.
-    // Vero se c'era qualcosa da leggere.
-    bool TerminaLettura();
+    // Nomi, tabelle d'origine e tipi delle colonne dell'istruzione.
+    const QSqlRecord& record() const { return m_record; }
+    // Finestre lette dal database dall'ultima impostazione.
+    int FinestreLette() const { return m_lette; }
 
     // Colonna di un nome di campo, senza distinguere maiuscole; "TABELLA.CAMPO"
     // sceglie la colonna di quella tabella. -1 se non c'è.
     int Colonna(const QString& nome) const;
     // Valore di una riga per nome di campo; nome assente: errore 3265, riga
-    // fuori dalla lista: errore 3021.
+    // fuori dalla lista (o sparita dal database): errore 3021.
     Valore Campo(int riga, const QString& nome) const;
     Valore Campo(int riga, int colonna) const;
 
+    // Un allineamento dato vale più di quello a destra delle cifre.
     void ImpostaAllineamento(int colonna, Qt::Alignment allineamento);
 
+    int rowCount(const QModelIndex& genitore = QModelIndex()) const override;
+    int columnCount(const QModelIndex& genitore = QModelIndex()) const override;
     QVariant data(const QModelIndex& indice, int ruolo = Qt::DisplayRole) const override;
     QVariant headerData(int sezione, Qt::Orientation orientamento, int ruolo = Qt::DisplayRole) const override;
     bool setHeaderData(int sezione, Qt::Orientation orientamento, const QVariant& valore,
                        int ruolo = Qt::EditRole) override;
 
-    // Termina le letture aperte di tutti i modelli vivi (vedi
-    // Database::ImpostaTerminaLetture).
-    static bool TerminaTutteLeLetture();
-
 private:
+    struct Finestra {
+        int numero = -1;
+        int righe = 0;
+        QList<QVariant> celle;  // righe * colonne
+    };
+    // Legge la finestra "numero" (righe da numero * RigheFinestra) e, se
+    // chiesto, le colonne. Errori: ErroreSistema.
+    static Finestra LeggiFinestra(const IstruzioneSql& istruzione, int numero, QSqlRecord* record = nullptr);
+    // La finestra che contiene la riga, dalla memoria o dal database; nullptr
+    // se la lettura fallisce (la vista mostra celle vuote).
+    const Finestra* FinestraDi(int riga) const;
+    const QVariant* Cella(int riga, int colonna) const;
+    void Conserva(Finestra finestra) const;
+    static int Conta(const IstruzioneSql& istruzione);
+
     IstruzioneSql m_istruzione;
+    QSqlRecord m_record;
+    int m_righe = 0;
+    QSet<int> m_cifre;  // colonne di quantità, importi e numeri
     QHash<int, QVariant> m_didascalie;
     QHash<int, Qt::Alignment> m_allineamenti;
+    mutable QList<Finestra> m_finestre;  // la più recente in testa
+    mutable int m_lette = 0;
 };
 
 // Didascalia della griglia (il titolo sopra le righe): è la proprietà

@@ -2,6 +2,8 @@
 
 #include "archive/Archivio.h"
 #include "common/errore.h"
+#include "common/liste.h"
+#include "common/log_errori.h"
 #include "common/piattaforma.h"
 #include "shell/ApriDatabase.h"
 #include "shell/registro_maschere.h"
@@ -262,6 +264,14 @@ void FrmMenu::mnuSistema_Click(int Index)
 void FrmMenu::mnuAr_Click(int Index)
 {
     ArchivioDaMenu(Index);
+    if (Index != 1)
+        return;
+    // Le liste aperte mostrano subito i dati ripristinati.
+    try {
+        ModelloLista::RileggiTutte();
+    } catch (const ErroreSistema& e) {
+        ScriviLogErr(QString(), QStringLiteral("FrmMenu mnuAr_Click"), e.numero(), e.descrizione());
+    }
 }
 
 void FrmMenu::mnVer_Click() { MostraMaschera(QStringLiteral("frmAbout")); }

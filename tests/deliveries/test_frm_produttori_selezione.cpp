@@ -70,7 +70,6 @@ protected:
     QStringList Righe(bool ordinate = false)
     {
         ModelloLista* m = lista->Data;
-        m->TerminaLettura();
         const bool certificati = m->Colonna(u"NUMERO_CERTIFICATO_UTF"_s) >= 0;
         QStringList r;
         for (int i = 0; i < m->rowCount(); ++i)

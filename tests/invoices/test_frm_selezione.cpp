@@ -76,10 +76,9 @@ protected:
         attiva = lista.get();
         return *lista;
     }
-    // Le righe della lista come "numero/progressivo", lette tutte.
+    // Le righe della lista come "numero/progressivo".
     QStringList Righe()
     {
-        attiva->Data->TerminaLettura();
         QStringList r;
         for (int i = 0; i < attiva->Data->rowCount(); ++i)
             r << attiva->Data->Campo(i, u"DOMANDA"_s).testo().right(1) + u'/' +
