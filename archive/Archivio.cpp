@@ -5,6 +5,7 @@
 #include "common/errore.h"
 #include "common/log_errori.h"
 #include "common/piattaforma.h"
+#include "common/scelta_cartella.h"
 #include "shell/ApriDatabase.h"
 #include "shell/LeggiDistilleria.h"
 #include "shell/session_state.h"
@@ -54,7 +55,7 @@ QString CartellaConArchivio(QString cartella, const QString& nomeFile, const QSt
             testo = QStringLiteral("Il percorso indicato non è corretto");
         if (MsgBox(testo, StileMsg::RiprovaAnnulla, QStringLiteral(" Percorso file ")) != RispostaMsg::Riprova)
             return QString();
-        cartella = SfogliaCartella(richiesta);
+        cartella = SfogliaCartellaPer(QStringLiteral("restore"), richiesta, sessione().PathDatabase);
     }
     return cartella;
 }
@@ -68,7 +69,9 @@ void ChiediPercorso(int modo, const QString& nomeFile)
                                          : QStringLiteral("Selezionare il percorso dove recuperare il file: ")) +
                               QStringLiteral("'' ") + nomeFile + QStringLiteral("''.");
     for (;;) {
-        QString cartella = SfogliaCartella(richiesta);
+        // Il ripristino parte dalla cartella del database; il backup dall'ultima scelta.
+        QString cartella = SfogliaCartellaPer(modo == 1 ? QStringLiteral("restore") : QStringLiteral("backup"), richiesta,
+                                              modo == 1 ? sessione().PathDatabase : QString());
         if (modo == 1)
             cartella = CartellaConArchivio(cartella, nomeFile, richiesta);
         // Il dischetto non si prova: lo controllano le routine del floppy.

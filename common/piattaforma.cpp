@@ -1,12 +1,14 @@
 #include "common/piattaforma.h"
 
 #include "common/disegno_documento.h"
+#include "common/scelta_cartella.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QHash>
 #include <QMessageBox>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
@@ -23,6 +25,20 @@ namespace {
 std::unique_ptr<Piattaforma>& istanza()
 {
     static std::unique_ptr<Piattaforma> p;
+    return p;
+}
+
+// L'ultima cartella scelta per ogni lavoro, per la sola sessione: nessuna
+// configurazione resta dopo l'uscita.
+QHash<QString, QString>& ultimeCartelle()
+{
+    static QHash<QString, QString> c;
+    return c;
+}
+
+QString& partenza()
+{
+    static QString p;
     return p;
 }
 
@@ -74,7 +90,7 @@ public:
 
     QString SfogliaCartella(const QString& titolo) override
     {
-        return QFileDialog::getExistingDirectory(QApplication::activeWindow(), titolo);
+        return QFileDialog::getExistingDirectory(QApplication::activeWindow(), titolo, CartellaDiPartenza());
     }
 
     void MostraTesto(const QString& percorso) override
@@ -173,7 +189,11 @@ public:
 
 }  // namespace
 
-void ImpostaPiattaforma(std::unique_ptr<Piattaforma> nuova) { istanza() = std::move(nuova); }
+void ImpostaPiattaforma(std::unique_ptr<Piattaforma> nuova)
+{
+    istanza() = std::move(nuova);
+    ultimeCartelle().clear();
+}
 
 Piattaforma& piattaforma()
 {
@@ -189,6 +209,19 @@ int MsgBox(const QString& testo, int stile, const QString& titolo)
     return piattaforma().MsgBox(testo, stile, titolo);
 }
 QString SfogliaCartella(const QString& titolo) { return piattaforma().SfogliaCartella(titolo); }
+
+QString SfogliaCartellaPer(const QString& lavoro, const QString& titolo, const QString& iniziale)
+{
+    partenza() = iniziale.isEmpty() ? ultimeCartelle().value(lavoro) : iniziale;
+    const QString scelta = piattaforma().SfogliaCartella(titolo);
+    partenza().clear();
+    if (!scelta.isEmpty())
+        ultimeCartelle().insert(lavoro, scelta);
+    return scelta;
+}
+
+QString CartellaDiPartenza() { return partenza(); }
+
 void MostraTesto(const QString& percorso) { piattaforma().MostraTesto(percorso); }
 void Beep() { piattaforma().Beep(); }
 void Clessidra(bool attiva) { piattaforma().Clessidra(attiva); }

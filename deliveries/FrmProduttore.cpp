@@ -45,9 +45,9 @@ FrmProduttore::FrmProduttore(QWidget* parent) : SchermataRecord(parent)
 
     Sessione& s = sessione();
     PulisciCampi(this, QStringLiteral("*TIPO_ARTICOLO*"));
+    // Con la riga vuota in fondo una scelta si può ritirare.
     CaricaCmb(cboProdotto[15], QStringLiteral("tab_colore"), QStringLiteral("desc_colore & ' ' &  codi_colore "),
-              QString(), false, QStringLiteral(" ORDER BY desc_colore "), false, false);
-    cboProdotto[15]->setCurrentIndex(-1);
+              QString(), false, QStringLiteral(" ORDER BY desc_colore "), false, true);
 
     if (s.TitoloMaschera.toUpper() == QLatin1String(" PRODUTTORE ")) {
         // Aperta senza certificato: solo inserimento, intestazione vuota.
@@ -467,6 +467,9 @@ void FrmProduttore::Cmddati_Click(int indice)
         SchermataRecord::Cmddati_Click(indice);
     }
 }
+
+// La didascalia è sempre la propria, qualunque titolo abbia la sessione.
+QString FrmProduttore::Didascalia() const { return QStringLiteral("Produttori"); }
 
 QString FrmProduttore::EtichettaErrore(const QString& routine) const
 {

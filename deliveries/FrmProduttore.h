@@ -33,6 +33,7 @@ protected:
     bool TxtDati_Validate(int indice) override;
     void Cmddati_Click(int indice) override;
     QString EtichettaErrore(const QString& routine) const override;
+    QString Didascalia() const override;
     void RiempiCampi() override;
 
 private:

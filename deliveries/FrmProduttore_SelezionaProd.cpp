@@ -39,12 +39,16 @@ const QString Eseguita = QStringLiteral("Operazione correttamente eseguita.");
 const QString NonEseguitaFatture = QStringLiteral("Operazione non eseguita, verificare eventuale presenza di fatture.");
 const QString NessunCertificato = QStringLiteral("Non sono presenti certificato UTF.");
 
-// Una casella di sola lettura.
+// Una casella di sola lettura, con il fondo della finestra: si legge bene e
+// non sembra da riempire.
 QLineEdit* CampoMostrato(QWidget* genitore, int indice, int caratteri)
 {
     auto* campo = new QLineEdit(genitore);
     campo->setObjectName(QStringLiteral("TxtDati_%1").arg(indice));
     campo->setReadOnly(true);
+    QPalette colori = campo->palette();
+    colori.setColor(QPalette::Base, colori.color(QPalette::Window));
+    campo->setPalette(colori);
     campo->setFocusPolicy(Qt::ClickFocus);
     campo->setMinimumWidth(campo->fontMetrics().horizontalAdvance(QLatin1Char('0')) * caratteri + 12);
     return campo;

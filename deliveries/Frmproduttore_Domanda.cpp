@@ -61,9 +61,12 @@ void Frmproduttore_Domanda::DomandaProduttore_CaricaScarica_type(int verso)
     } else if (verso == 3) {
         TxtDati[1]->setText(d.DOMANDA.trimmed());
         TxtDati[2]->setText(d.ANTICIPO_RICEVUTO.trimmed());
-        ImpostaArticolo(d.TIPO_ARTICOLO.trimmed());
+        // Prima la campagna, che rifà la lista degli articoli, poi l'articolo:
+        // un articolo che la campagna non ammette resta senza scelta e il
+        // salvataggio lo ferma, qualunque sia la campagna più recente.
         if (!d.CAMPAGNA.trimmed().isEmpty())
             ImpostaTesto(cboDomanda[0], d.CAMPAGNA.trimmed());
+        ImpostaArticolo(d.TIPO_ARTICOLO.trimmed());
     }
 }
 

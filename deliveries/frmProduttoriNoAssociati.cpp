@@ -169,6 +169,12 @@ void frmProduttoriNoAssociati::Associa()
         MsgBox(QStringLiteral("Selezionare un solo produttore!"), StileMsg::Informazione, sessione().TitoloMaschera);
         return;
     }
+    // Legato al certificato 0 il produttore sparirebbe da ogni elenco.
+    if (sessione().UtfSel.iD_UTF == 0) {
+        MsgBox(QStringLiteral("Nessun certificato UTF scelto: il produttore non si può associare."),
+               StileMsg::Informazione, sessione().TitoloMaschera);
+        return;
+    }
     if (rfAssociaDeAssociaProduttore(m_idProduttore, sessione().UtfSel.iD_UTF, 0))
         Cerca();
 }

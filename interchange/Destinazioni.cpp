@@ -2,6 +2,7 @@
 
 #include "common/errore.h"
 #include "common/piattaforma.h"
+#include "common/scelta_cartella.h"
 #include "shell/session_state.h"
 
 #include <QDir>
@@ -83,10 +84,10 @@ QString CartellaProgramma()
 
 QString FileDelProgramma(const QString& nome) { return QDir(CartellaProgramma()).filePath(nome); }
 
-QString TrovaFileInCartella(QString& nomeFile, const QString& titolo)
+QString TrovaFileInCartella(QString& nomeFile, const QString& titolo, const QString& lavoro)
 {
     for (;;) {
-        QString cartella = SfogliaCartella(titolo);
+        QString cartella = SfogliaCartellaPer(lavoro.isEmpty() ? titolo : lavoro, titolo);
         if (cartella.isEmpty())
             return QString();
         if (!cartella.endsWith(QLatin1Char('/')) && !cartella.endsWith(QLatin1Char('\\')))

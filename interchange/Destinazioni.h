@@ -25,7 +25,8 @@ QString FileDelProgramma(const QString& nome);
 
 // Chiede una cartella finché vi si trova nomeFile. Trovato: nomeFile diventa
 // il percorso completo, che è anche il risultato. "" se l'utente rinuncia.
-QString TrovaFileInCartella(QString& nomeFile, const QString& titolo);
+// La scelta riparte dall'ultima cartella del lavoro (vedi SfogliaCartellaPer).
+QString TrovaFileInCartella(QString& nomeFile, const QString& titolo, const QString& lavoro = QString());
 
 // Vero se la cartella sta sul dischetto.
 bool SullaCartellaFloppy(const QString& cartella);

@@ -10,6 +10,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QStyle>
 #include <QTimer>
@@ -119,15 +120,16 @@ void MascheraCarico::Cmddati_Click(int Index)
         return;
     if (Index == 1) {
         Timer->stop();
-        close();
+        Scarica();
         return;
     }
     QString nome = NomeFileFornitura(m_tag, CmbDomAnnualita->currentText());
     QString file =
-        TrovaFileInCartella(nome, QStringLiteral("Selezionare il Percorso del file ") + nome + QStringLiteral(" di Carico."))
+        TrovaFileInCartella(nome, QStringLiteral("Selezionare il Percorso del file ") + nome + QStringLiteral(" di Carico."),
+                            QStringLiteral("carico ") + m_tag)
             .trimmed();
     if (file.isEmpty()) {
-        close();
+        Scarica();
         return;
     }
     if (file.endsWith(QLatin1Char('\\')) || file.endsWith(QLatin1Char('/')))
@@ -136,6 +138,16 @@ void MascheraCarico::Cmddati_Click(int Index)
     m_carico(file, this);
     Occupata(false);
     repaint();
+}
+
+// Figlia del menu, la maschera sta dentro la sua cornice: si chiude quella,
+// altrimenti nella finestra principale resterebbe una cornice vuota.
+void MascheraCarico::Scarica()
+{
+    if (auto* cornice = qobject_cast<QMdiSubWindow*>(parentWidget()))
+        cornice->close();
+    else
+        close();
 }
 
 void MascheraCarico::Occupata(bool occupata)

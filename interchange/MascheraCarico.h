@@ -47,6 +47,7 @@ protected:
 
 private:
     void Timer_Timer();
+    void Scarica();
     void Occupata(bool occupata);
     QString NomeSenzaCampagna() const;
 

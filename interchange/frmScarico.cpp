@@ -2,6 +2,7 @@
 
 #include "common/aiuti_maschera.h"
 #include "common/piattaforma.h"
+#include "common/scelta_cartella.h"
 #include "interchange/ScaricoFatture.h"
 #include "shell/session_state.h"
 
@@ -45,7 +46,9 @@ void frmScarico::showEvent(QShowEvent* evento)
 
 void frmScarico::Form_Activate()
 {
-    const QString cartella = SfogliaCartella(QStringLiteral("Selezionare il Percorso di scarico."));
+    // Ogni ramo ricorda la sua cartella di scarico.
+    const QString cartella =
+        SfogliaCartellaPer(QStringLiteral("scarico ") + windowTitle(), QStringLiteral("Selezionare il Percorso di scarico."));
     repaint();
     if (cartella.trimmed().isEmpty()) {
         m_giaChiusa = true;

@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpressionValidator>
 
 namespace {
 
@@ -78,13 +79,13 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
     const struct {
         int indice;
         const char *tag, *etichetta, *tooltip;
-        int riga, colonna;
+        int riga, colonna, lunghezza;
     } domanda[] = {
-        {0, "dont", "Num. Domanda", "Num. Domanda", 0, 0},
-        {1, "dont", "Progressivo", "Progressivo", 0, 2},
-        {2, "dont", "N.Articolo", "N.Articolo", 0, 4},
-        {3, "dont", "Prodotto ottenuto", "Numero Domanda", 1, 0},
-        {20, "cbdoma", "Campagna", "Numero Domanda", 1, 2},
+        {0, "dont", "Num. Domanda", "Num. Domanda", 0, 0, 11},
+        {1, "dont", "Progressivo", "Progressivo", 0, 2, 2},
+        {2, "dont", "N.Articolo", "N.Articolo", 0, 4, 0},
+        {3, "dont", "Prodotto ottenuto", "Numero Domanda", 1, 0, 11},
+        {20, "cbdoma", "Campagna", "Numero Domanda", 1, 2, 0},
     };
     for (const auto& d : domanda) {
         auto* campo = new QLineEdit(Frame1);
@@ -94,9 +95,14 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
         Lbldati.insert(d.indice, lbl);
         g1->addWidget(lbl, d.riga, d.colonna);
         g1->addWidget(campo, d.riga, d.colonna + 1);
-        // Campi solo da vedere: la lunghezza massima taglierebbe il testo mostrato.
         RegistraCampo(d.indice, campo, QString::fromUtf8(d.tag), QString::fromUtf8(d.etichetta),
                       QString::fromUtf8(d.tooltip), 0);
+        // Campi solo da vedere: la lunghezza massima vale per ciò che si batte,
+        // il testo che mette il programma (il prodotto con la descrizione) si
+        // vede intero, mentre setMaxLength lo taglierebbe.
+        if (d.lunghezza > 0)
+            campo->setValidator(new QRegularExpressionValidator(
+                QRegularExpression(QStringLiteral(".{0,%1}").arg(d.lunghezza)), campo));
     }
     for (int c : {1, 3, 5})
         g1->setColumnStretch(c, 1);
@@ -160,8 +166,9 @@ FrmFattura::FrmFattura(QWidget* genitore) : SchermataRecord(genitore)
 
     // Caricamento.
     PulisciCampi(this, QStringLiteral("*TIPO_ARTICOLO*"));
+    // Con la riga vuota in fondo una scelta si può ritirare.
     CaricaCmb(cboProdotto.value(10), QStringLiteral("lavorazioni"), QStringLiteral("CODI_LAVO || ' ' || desc_LAVO"),
-              QString(), false, QStringLiteral(" ORDER BY codi_lavo "), false, false);
+              QString(), false, QStringLiteral(" ORDER BY codi_lavo "), false, true);
     const DomandaSelezionata& d = sessione().DomandaSel;
     TxtDati.value(0)->setText(d.DOMANDA);
     TxtDati.value(1)->setText(d.PROGRESSIVO);

@@ -39,7 +39,13 @@ QLineEdit* CampoLettura(QMap<int, QLineEdit*>& array, int indice, const QString&
 {
     auto* campo = new QLineEdit(genitore);
     campo->setObjectName(QStringLiteral("TxtDati_%1").arg(indice));
+    // Sola lettura con il fondo della finestra: si legge bene e non sembra da
+    // riempire (un riquadro disabilitato li scriveva grigio su grigio).
     campo->setReadOnly(true);
+    campo->setFocusPolicy(Qt::ClickFocus);
+    QPalette colori = campo->palette();
+    colori.setColor(QPalette::Base, colori.color(QPalette::Window));
+    campo->setPalette(colori);
     ImpostaTag(campo, tag);
     campo->setToolTip(etichetta);
     auto* lbl = new QLabel(etichetta, genitore);
@@ -68,7 +74,6 @@ FrmSelezionaFatture::FrmSelezionaFatture(QWidget* genitore) : QDialog(genitore)
     CampoLettura(TxtDati, 15, QStringLiteral("CAMPAGNA"), g1, 1, 2, QStringLiteral("Campagna"), Frame1);
     for (int c : {1, 3, 5})
         g1->setColumnStretch(c, 1);
-    Frame1->setEnabled(false);
 
     TDBG_Selfatt = new QTableView(this);
     TDBG_Selfatt->setObjectName(QStringLiteral("TDBG_Selfatt"));
@@ -104,7 +109,6 @@ FrmSelezionaFatture::FrmSelezionaFatture(QWidget* genitore) : QDialog(genitore)
         ->setToolTip(QStringLiteral("QTA_lavorata"));
     CampoLettura(TxtDati, 12, QStringLiteral("data_comp"), g2, 2, 4, QStringLiteral("Quantità lavorata"), Frame2)
         ->setToolTip(QStringLiteral("data_comp"));
-    Frame2->setEnabled(false);
 
     auto* AntaFrame21 = new QGroupBox(this);
     AntaFrame21->setObjectName(QStringLiteral("AntaFrame21"));

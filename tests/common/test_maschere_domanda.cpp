@@ -182,8 +182,6 @@ INSTANTIATE_TEST_SUITE_P(
                     {{"Tipo Articolo campo obbligatorio. ", 64, SalvataggioT}}, 13},
         // In modifica il 3 non dice nulla: solo il fuoco.
         CasoRifiuto{"P3_articolo_muto_in_modifica", P, "M", "", {nullptr, nullptr, nullptr, ""}, {}, 13},
-        // Una domanda del 2005 con il 30 (da un carico): l'articolo non si può scegliere.
-        CasoRifiuto{"P3_2005_con_30_dal_carico", P, "M", "", {}, {}, 13, "2005"},
         CasoRifiuto{"P11_2005", P, "I", "", {"2005", "12", nullptr, "30!"}, {Art30}, 13},
         CasoRifiuto{"P5_esistente", P, "I", "", {"2003", "7", nullptr, "29"},
                     {{"Domanda Produttore già esistente.", 64, SalvataggioT}}, 1},

@@ -245,7 +245,7 @@ TEST_F(ProvaProduttore, ModificaPerdeCampagnaEQuantita)
 TEST_F(ProvaProduttore, PercentualeDAnticipo)
 {
     const MessaggioRegistrato rifiuto{QStringLiteral("La percentuale di anticipo non può essere maggiore del 20%."),
-                                      StileMsg::Informazione, QStringLiteral("Conferimenti")};
+                                      StileMsg::Informazione, QStringLiteral("Produttori")};
     const struct {
         const char* battuto;
         bool accettato;
