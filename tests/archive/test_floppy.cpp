@@ -111,15 +111,4 @@ TEST(Floppy, OgniDiscoEOgniRisposta)
     InstallaPiattaformaScript();
 }
 
-TEST(Floppy, UnaCartellaSulDischettoLoE)
-{
-    sessione().CartellaFloppy = u"/media/floppy"_s;
-    const std::pair<const char*, bool> casi[] = {{"/media/floppy", true},  {"/media/floppy/", true},
-                                                 {"/media/floppy/x", true}, {"/media/floppy2", false},
-                                                 {"/media", false},         {"", false}};
-    for (const auto& [percorso, atteso] : casi)
-        EXPECT_EQ(SuFloppy(QString::fromLatin1(percorso)), atteso) << percorso;
-    sessione().Azzera();
-}
-
 }  // namespace

@@ -40,7 +40,7 @@ public:
 };
 
 const MessaggioRegistrato Svuota{"Attenzione il contenuto del floppy verra cancellato", 64, ""};
-const MessaggioRegistrato Protetto{"Togliere la protezione in scrittura dal dischetto", 16, " Carico della Domanda "};
+const MessaggioRegistrato Protetto{"Togliere la protezione in scrittura dal dischetto", 17, " Carico della Domanda "};
 const MessaggioRegistrato Inserire{"Inserire il dischetto nel drive.", 20, ""};
 const MessaggioRegistrato Terminare{"ATTENZIONE ,vuoi terminare il rilascio.", 68, ""};
 
