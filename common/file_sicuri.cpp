@@ -139,7 +139,7 @@ void CopiaVerificata(const QString& sorgente, const QString& destinazione)
     {
         QFile letto(provvisorio);
         if (letto.open(QIODevice::ReadOnly) && letto.size() == origine.size() && origine.seek(0)) {
-#ifdef Q_OS_UNIX
+#ifdef Q_OS_LINUX
             ::posix_fadvise(letto.handle(), 0, 0, POSIX_FADV_DONTNEED);
 #endif
             uguale = true;

@@ -11,12 +11,11 @@
 #include "shell/session_state.h"
 #include "store/database.h"
 #include "support/cartella_prova.h"
+#include "support/figlio_prova.h"
 #include "support/verifiche.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QThread>
@@ -142,13 +141,10 @@ TEST_F(GuastiArchivio, DiscoPienoVero)
     for (const Caso& c : casi) {
         SCOPED_TRACE(c.nome);
         QProcess figlio;
-        auto env = QProcessEnvironment::systemEnvironment();
-        env.insert(FiglioPieno, QStringList{sessione().PathDatabase, QString::number(c.index), c.cartella,
-                                            QString::number(128 * 1024)}
-                                    .join(u'|'));
-        figlio.setProcessEnvironment(env);
-        figlio.start(QCoreApplication::applicationFilePath(),
-                     {u"--gtest_also_run_disabled_tests"_s, u"--gtest_filter=DISABLED_FiglioPieno.*"_s});
+        AvviaFiglio(figlio, u"DISABLED_FiglioPieno.*"_s, FiglioPieno,
+                    QStringList{sessione().PathDatabase, QString::number(c.index), c.cartella,
+                                QString::number(128 * 1024)}
+                        .join(u'|'));
         ASSERT_TRUE(figlio.waitForFinished(60000));
         const QByteArray uscita = figlio.readAllStandardOutput();
         ASSERT_EQ(figlio.exitCode(), 0) << uscita.constData() << figlio.readAllStandardError().constData();
@@ -194,17 +190,8 @@ TEST_F(GuastiArchivio, UnProcessoUccisoESeguitoDaUnAvvioNonLasciaAvanzi)
     for (int giro = 0; giro < 12; ++giro) {
         SCOPED_TRACE(giro);
         QProcess figlio;
-        auto env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"FERMOLA_FIGLIO_ARCHIVIO"_s, m_altrove.path());
-        figlio.setProcessEnvironment(env);
-        figlio.start(QCoreApplication::applicationFilePath(),
-                     {u"--gtest_also_run_disabled_tests"_s, u"--gtest_filter=DISABLED_FiglioArchivio.*"_s});
-        figlio.setReadChannel(QProcess::StandardError);
-        ASSERT_TRUE(figlio.waitForStarted());
-        QByteArray uscita;
-        while (!uscita.contains("via\n") && figlio.waitForReadyRead(20000))
-            uscita += figlio.readAllStandardError();
-        ASSERT_TRUE(uscita.contains("via\n")) << uscita.constData();
+        AvviaFiglio(figlio, u"DISABLED_FiglioArchivio.*"_s, u"FERMOLA_FIGLIO_ARCHIVIO"_s, m_altrove.path());
+        ASSERT_TRUE(FiglioPartito(figlio));
         QThread::msleep(40 + (giro * 97) % 500);
         figlio.kill();
         figlio.waitForFinished();

@@ -8,13 +8,12 @@
 #include "shell/frmSpalsh.h"
 #include "store/database.h"
 #include "support/cartella_prova.h"
+#include "support/figlio_prova.h"
 #include "support/verifiche.h"
 #include "../archive/sola_lettura.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QThread>
@@ -178,17 +177,8 @@ TEST_F(Supporti, UnoScaricoUccisoNonLasciaFileAMeta)
     for (int giro = 0; giro < 8; ++giro) {
         SCOPED_TRACE(giro);
         QProcess figlio;
-        auto env = QProcessEnvironment::systemEnvironment();
-        env.insert(VariabileFiglio, cartella->cartella());
-        figlio.setProcessEnvironment(env);
-        figlio.start(QCoreApplication::applicationFilePath(),
-                     {"--gtest_also_run_disabled_tests", "--gtest_filter=DISABLED_FiglioScarico.*"});
-        figlio.setReadChannel(QProcess::StandardError);
-        ASSERT_TRUE(figlio.waitForStarted());
-        QByteArray uscita;
-        while (!uscita.contains("via\n") && figlio.waitForReadyRead(20000))
-            uscita += figlio.readAllStandardError();
-        ASSERT_TRUE(uscita.contains("via\n")) << uscita.constData();
+        AvviaFiglio(figlio, "DISABLED_FiglioScarico.*", VariabileFiglio, cartella->cartella());
+        ASSERT_TRUE(FiglioPartito(figlio));
         QThread::msleep(30 + (giro * 89) % 400);
         figlio.kill();
         figlio.waitForFinished();
