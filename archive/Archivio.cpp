@@ -44,7 +44,7 @@ QString CartellaConArchivio(QString cartella, const QString& nomeFile, const QSt
 {
     while (!cartella.isEmpty()) {
         QString testo;
-        if (SuFloppy(cartella) && !QFileInfo(sessione().CartellaFloppy).isDir())
+        if (SullaCartellaFloppy(cartella) && !QFileInfo(sessione().CartellaFloppy).isDir())
             testo = QStringLiteral("Attenzione, nessun floppy disk inserito.");
         else if (QFileInfo(cartella).isDir() && !QFileInfo(cartella).isReadable())
             testo = QString::number(CodiciErrore::AutorizzazioneNegata) + QStringLiteral(" - ") +
@@ -75,7 +75,7 @@ void ChiediPercorso(int modo, const QString& nomeFile)
         if (modo == 1)
             cartella = CartellaConArchivio(cartella, nomeFile, richiesta);
         // Il dischetto non si prova: lo controllano le routine del floppy.
-        if (!cartella.isEmpty() && !SuFloppy(cartella) && !CartellaScrivibile(cartella))
+        if (!cartella.isEmpty() && !SullaCartellaFloppy(cartella) && !CartellaScrivibile(cartella))
             cartella.clear();
         if (cartella.isEmpty()) {
             if (MsgBox(QStringLiteral("Annullare operazione ?"), StileMsg::SiNo + StileMsg::Informazione,
@@ -97,7 +97,7 @@ bool PassoZip(int modo, const QString& sorgente, const QString& destinazione)
 {
     auto& s = sessione();
     const QString archivio = modo == 0 ? destinazione : sorgente;
-    if (modo == 0 && SuFloppy(archivio)) {
+    if (modo == 0 && SullaCartellaFloppy(archivio)) {
         do
             ControlloFloppyVuoto();
         while (s.ControlloFloppyRipeti);
@@ -107,7 +107,7 @@ bool PassoZip(int modo, const QString& sorgente, const QString& destinazione)
         }
     }
     // Dal dischetto si chiede l'unico disco, che è anche l'ultimo.
-    if (modo == 1 && SuFloppy(archivio) && !XZipDataBase_DiscoSuccessivo(0))
+    if (modo == 1 && SullaCartellaFloppy(archivio) && !XZipDataBase_DiscoSuccessivo(0))
         return false;
     try {
         if (modo == 0)

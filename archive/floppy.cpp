@@ -2,10 +2,9 @@
 
 #include "common/errore.h"
 #include "common/piattaforma.h"
+#include "common/supporto_floppy.h"
 #include "shell/session_state.h"
 
-#include <QDir>
-#include <QFileInfo>
 
 namespace {
 
@@ -13,47 +12,7 @@ const QString TitoloControllo = QStringLiteral("Controllo floppy ");
 const QString TestoProtezione = QStringLiteral("Togliere la protezione in scrittura dal dischetto");
 const QString TestoInserire = QStringLiteral("Inserire il dischetto nel drive.");
 
-QString Floppy() { return sessione().CartellaFloppy; }
-
-// Il "Dir" del dischetto: i file che contiene (cartelle comprese, che il
-// dischetto non deve avere). Un supporto assente è l'errore 71.
-QFileInfoList ContenutoFloppy()
-{
-    const QFileInfo radice(Floppy());
-    if (!radice.isDir() || !radice.isReadable() || !radice.isExecutable())
-        throw ErroreSistema(CodiciErrore::DiscoNonPronto);
-    return QDir(Floppy()).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-}
-
-// Il "Kill" del contenuto: un file che non si cancella è un disco protetto.
-void SvuotaFloppy(const QFileInfoList& contenuto)
-{
-    for (const QFileInfo& f : contenuto) {
-        const bool tolto = f.isDir() && !f.isSymLink() ? QDir(f.absoluteFilePath()).removeRecursively()
-                                                       : QFile::remove(f.absoluteFilePath());
-        if (!tolto)
-            throw ErroreSistema(CodiciErrore::AccessoPercorso);
-    }
-}
-
 }  // namespace
-
-bool SuFloppy(const QString& percorso)
-{
-    if (percorso.isEmpty() || Floppy().isEmpty())
-        return false;
-    const QString floppy = QDir::cleanPath(QDir::fromNativeSeparators(Floppy()));
-    const QString p = QDir::cleanPath(QDir::fromNativeSeparators(percorso));
-#ifdef Q_OS_WIN
-    const Qt::CaseSensitivity cs = Qt::CaseInsensitive;
-#else
-    const Qt::CaseSensitivity cs = Qt::CaseSensitive;
-#endif
-    if (p.compare(floppy, cs) == 0)
-        return true;
-    const QString radice = floppy.endsWith(QLatin1Char('/')) ? floppy : floppy + QLatin1Char('/');
-    return p.startsWith(radice, cs);
-}
 
 void ControlloFloppyVuoto()
 {
@@ -62,7 +21,7 @@ void ControlloFloppyVuoto()
     s.ControlloFloppyRipeti = false;
     bool chiediDisco = false;
     try {
-        const QFileInfoList contenuto = ContenutoFloppy();
+        const QStringList contenuto = FileDelFloppy();
         if (!contenuto.isEmpty()) {
             const int r = MsgBox(QStringLiteral("Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"),
                                  StileMsg::SiNoAnnulla + StileMsg::Domanda, TitoloControllo);
@@ -127,7 +86,7 @@ bool ControlloFloppyFile()
     s.OperazioneAnnullata = false;
     s.ControlloFloppyRipeti = false;
     try {
-        const QFileInfoList contenuto = ContenutoFloppy();
+        const QStringList contenuto = FileDelFloppy();
         if (contenuto.isEmpty())
             return true;
         MsgBox(QStringLiteral("Il dischetto non deve contenere files."), StileMsg::Informazione, QString());
@@ -150,7 +109,7 @@ bool ControlloFloppyInserito()
     s.OperazioneAnnullata = false;
     s.ControlloFloppyRipeti = false;
     try {
-        ContenutoFloppy();
+        FileDelFloppy();
         return true;
     } catch (const ErroreSistema& e) {
         return ErroreDisco(e);

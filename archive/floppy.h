@@ -3,12 +3,11 @@
 // dischetto è la cartella sessione().CartellaFloppy: un supporto assente è
 // una cartella che manca o non si legge, la protezione in scrittura un
 // permesso negato (errore 75). Tutte azzerano OperazioneAnnullata e usano
-// ControlloFloppyRipeti per chiedere al chiamante di rifarle.
+// ControlloFloppyRipeti per chiedere al chiamante di rifarle. Il dischetto,
+// che cosa se ne cancella e quando una cartella vi sta sopra sono quelli
+// degli scarichi (common/supporto_floppy.h).
 
-#include <QString>
-
-// Vero se il percorso è il dischetto o una cartella dentro di esso.
-bool SuFloppy(const QString& percorso);
+#include "common/supporto_floppy.h"
 
 // Prima di scrivere l'archivio: il dischetto deve essere vuoto. Annulla
 // l'operazione (OperazioneAnnullata) su Annulla o se l'utente rinuncia.

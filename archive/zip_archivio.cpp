@@ -1,6 +1,7 @@
 #include "archive/zip_archivio.h"
 
 #include "common/errore.h"
+#include "common/file_sicuri.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 
@@ -14,28 +15,14 @@
 #include <sqlite3.h>
 #include <zip.h>
 
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <unistd.h>
-#endif
 
 namespace {
 
 constexpr int ErroreArchivio = CodiciErrore::FormatoNonRiconosciuto;
 constexpr qint64 Blocco = 1 << 16;
 
-FunzioneSpazioLibero& spazioLibero()
-{
-    static FunzioneSpazioLibero f;
-    return f;
-}
-
-qint64 SpazioLibero(const QString& cartella)
-{
-    if (spazioLibero())
-        return spazioLibero()(cartella);
-    return QStorageInfo(cartella).bytesAvailable();
-}
+// Byte liberi nella cartella; -1 se il sistema non lo dice.
+qint64 SpazioLibero(const QString& cartella) { return QStorageInfo(cartella).bytesAvailable(); }
 
 void ControllaSpazio(const QString& cartella, qint64 servono)
 {
@@ -55,29 +42,6 @@ void RimuoviConGiornale(const QString& percorso)
 {
     for (const char* coda : {"", "-wal", "-shm", "-journal"})
         QFile::remove(percorso + QLatin1String(coda));
-}
-
-// Forza su disco il contenuto di un file o di una cartella (i rinomini).
-void SuDisco([[maybe_unused]] const QString& percorso)
-{
-#ifdef Q_OS_UNIX
-    const int fd = ::open(QFile::encodeName(percorso).constData(), O_RDONLY);
-    if (fd >= 0) {
-        ::fsync(fd);
-        ::close(fd);
-    }
-#endif
-}
-
-void Rinomina(const QString& da, const QString& a)
-{
-    std::error_code ec;
-    std::filesystem::rename(Fs(da), Fs(a), ec);
-    if (ec)
-        throw ErroreSistema(CodiciErrore::AccessoPercorso,
-                            QStringLiteral("Impossibile rinominare '%1' in '%2'.")
-                                .arg(QDir::toNativeSeparators(da), QDir::toNativeSeparators(a)));
-    SuDisco(QFileInfo(a).absolutePath());
 }
 
 // Connessione SQLite nuda sul file, per il checkpoint del giornale.
@@ -196,44 +160,6 @@ private:
     zip_t* m_zip = nullptr;
 };
 
-// File scritto e forzato su disco; un errore di scrittura dice dove.
-class FileScritto {
-public:
-    explicit FileScritto(const QString& percorso) : m_file(percorso)
-    {
-        if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-            Errore();
-    }
-    void Scrivi(const char* dati, qint64 n)
-    {
-        if (m_file.write(dati, n) != n)
-            Errore();
-    }
-    void Chiudi()
-    {
-        if (!m_file.flush())
-            Errore();
-#ifdef Q_OS_UNIX
-        ::fsync(m_file.handle());
-#endif
-        m_file.close();
-    }
-
-private:
-    [[noreturn]] void Errore()
-    {
-        const bool apertura = m_file.error() == QFileDevice::OpenError;
-        const QString percorso = m_file.fileName();
-        m_file.close();
-        QFile::remove(percorso);
-        throw ErroreSistema(apertura ? CodiciErrore::AccessoPercorso : CodiciErrore::DiscoPieno,
-                            (apertura ? QStringLiteral("Impossibile scrivere '%1': cartella o disco protetti in scrittura.")
-                                      : QStringLiteral("Impossibile scrivere '%1': disco pieno o supporto tolto."))
-                                .arg(QDir::toNativeSeparators(percorso)));
-    }
-    QFile m_file;
-};
-
 // La copia si apre con la password del sistema, ha tab_setup ed è integra.
 void VerificaDatabase(const QString& percorso)
 {
@@ -306,8 +232,6 @@ QByteArray ZipInMemoria(const QString& database)
 
 }  // namespace
 
-void ImpostaSpazioLibero(FunzioneSpazioLibero funzione) { spazioLibero() = std::move(funzione); }
-
 void CreaArchivio(const QString& database, const QString& archivio)
 {
     const QString provvisorio = archivio + QLatin1String(".nuovo");
@@ -330,7 +254,7 @@ void CreaArchivio(const QString& database, const QString& archivio)
     // Un archivio che non entra (il dischetto) non si comincia nemmeno a scrivere.
     ControllaSpazio(QFileInfo(archivio).absolutePath(), zip.size());
     {
-        FileScritto f(provvisorio);
+        FileSuDisco f(provvisorio);
         f.Scrivi(zip.constData(), zip.size());
         f.Chiudi();
     }
@@ -343,7 +267,7 @@ void CreaArchivio(const QString& database, const QString& archivio)
         if (!originale.open(QIODevice::ReadOnly) || originale.size() != grandezza)
             throw ErroreSistema(ErroreArchivio, QStringLiteral("L'archivio scritto non corrisponde al database."));
         ControllaSpazio(QFileInfo(database).absolutePath(), grandezza);
-        FileScritto copia(verifica);
+        FileSuDisco copia(verifica);
         letto.LeggiVoce(grandezza, [&](const char* dati, qint64 n) {
             if (originale.read(n) != QByteArray::fromRawData(dati, qsizetype(n)))
                 throw ErroreSistema(ErroreArchivio, QStringLiteral("L'archivio scritto non corrisponde al database."));
@@ -357,7 +281,7 @@ void CreaArchivio(const QString& database, const QString& archivio)
         throw;
     }
     RimuoviConGiornale(verifica);
-    Rinomina(provvisorio, archivio);
+    RinominaSuDisco(provvisorio, archivio);
 }
 
 void RipristinaArchivio(const QString& archivio, const QString& cartellaDatabase)
@@ -372,7 +296,7 @@ void RipristinaArchivio(const QString& archivio, const QString& cartellaDatabase
         ZipLettura zip(archivio);
         const qint64 grandezza = zip.VoceDatabase();
         ControllaSpazio(cartellaDatabase, grandezza);
-        FileScritto f(nuovo);
+        FileSuDisco f(nuovo);
         zip.LeggiVoce(grandezza, [&](const char* dati, qint64 n) { f.Scrivi(dati, n); });
         f.Chiudi();
         VerificaDatabase(nuovo);
@@ -398,11 +322,11 @@ void RipristinaArchivio(const QString& archivio, const QString& cartellaDatabase
                 throw ErroreSistema(CodiciErrore::AccessoPercorso,
                                     QStringLiteral("Impossibile conservare il database attuale in '%1'.")
                                         .arg(QDir::toNativeSeparators(precedente)));
-            SuDisco(precedente);
+            ForzaCartella(cartellaDatabase);
         }
         // Il rinomino sostituisce il file in un colpo: in ogni istante c'è
         // un database intero, il vecchio o il nuovo.
-        Rinomina(nuovo, database);
+        RinominaSuDisco(nuovo, database);
     } catch (...) {
         RimuoviConGiornale(nuovo);
         QFile::remove(precedente);
@@ -417,9 +341,34 @@ void RipristinaArchivio(const QString& archivio, const QString& cartellaDatabase
         for (const char* coda : {"-wal", "-shm"})
             QFile::remove(database + QLatin1String(coda));
         if (esisteva)
-            Rinomina(precedente, database);
+            RinominaSuDisco(precedente, database);
         throw ErroreSistema(CodiciErrore::FormatoNonRiconosciuto,
                             QStringLiteral("Il database ripristinato non si apre: è stato rimesso quello di prima."));
     }
     QFile::remove(precedente);
+}
+
+bool SistemaAvanziArchivio(const QString& cartellaDatabase)
+{
+    const QString database = QDir(cartellaDatabase).filePath(NomeDatabase);
+    RimuoviConGiornale(database + QLatin1String(".nuovo"));
+    RimuoviConGiornale(database + QLatin1String(".verifica"));
+    const QString precedente = database + QLatin1String(".bak");
+    if (!QFileInfo::exists(precedente))
+        return false;
+    try {
+        if (QFileInfo::exists(database)) {
+            VerificaDatabase(database);
+            return false;
+        }
+    } catch (const ErroreSistema& e) {
+        // Aperto da un altro programma: non è guasto, non si tocca.
+        if (e.numero() == CodiciErrore::FileInUso)
+            return false;
+    }
+    // Il giornale del database guasto non deve finire su quello di prima.
+    for (const char* coda : {"-wal", "-shm", "-journal"})
+        QFile::remove(database + QLatin1String(coda));
+    RinominaSuDisco(precedente, database);
+    return true;
 }

@@ -7,7 +7,6 @@
 // sostituisce il file con un rinomino atomico di una copia già verificata.
 
 #include <QString>
-#include <functional>
 
 // Scrive l'archivio dal database (che nessuna connessione tiene aperto):
 // lo scrive accanto con un nome provvisorio, lo rilegge e lo verifica, e
@@ -19,6 +18,8 @@ void CreaArchivio(const QString& database, const QString& archivio);
 // non si è aperto.
 void RipristinaArchivio(const QString& archivio, const QString& cartellaDatabase);
 
-// Byte liberi nella cartella (i test simulano un disco piccolo).
-using FunzioneSpazioLibero = std::function<qint64(const QString& cartella)>;
-void ImpostaSpazioLibero(FunzioneSpazioLibero funzione);  // vuota: quella del sistema
+// All'avvio: toglie le copie provvisorie e di verifica che un salvataggio o
+// un ripristino interrotti hanno lasciato accanto al database. Il database
+// di prima di un ripristino (".bak") torna al suo posto solo se quello
+// attuale non si apre; altrimenti resta dov'è. Vero se è stato rimesso.
+bool SistemaAvanziArchivio(const QString& cartellaDatabase);

@@ -1,6 +1,7 @@
 #include "interchange/ScaricoComune.h"
 
 #include "common/errore.h"
+#include "common/file_sicuri.h"
 #include "common/log_errori.h"
 #include "common/numeri.h"
 #include "common/piattaforma.h"
@@ -10,6 +11,7 @@
 #include "store/database.h"
 
 #include <QDir>
+#include <QFile>
 
 QString NumeroProssimoScarico()
 {
@@ -64,7 +66,14 @@ bool EseguiScarico(const QString& cartellaScelta, const RamoScarico& ramo)
             errore = QStringLiteral("Errore");
         }
         if (errore.isEmpty()) {
-            FileCopy(temporaneo, QDir(CartellaReale(cartella)).filePath(NomeFileScarico(ramo.Tag, numero)));
+            // Le copie provvisorie di uno scarico interrotto non restano nella cartella.
+            const QDir destinazione(CartellaReale(cartella));
+            for (const QString& avanzo :
+                 destinazione.entryList({NomeFileScarico(ramo.Tag, QStringLiteral("*")) + SuffissoProvvisorio},
+                                        QDir::Files))
+                QFile::remove(destinazione.filePath(avanzo));
+            // Il file si dice scritto solo quando è riletto uguale dal supporto.
+            CopiaVerificata(temporaneo, destinazione.filePath(NomeFileScarico(ramo.Tag, numero)));
             scritto = true;
             CancellaSeEsiste(temporaneo);
         }

@@ -30,6 +30,7 @@ QString NumeroProssimoScarico();
 // Nome del file finale nella cartella.
 QString NomeFileScarico(const QString& tag, const QString& numero);
 
-// Vero quando il file finale è stato scritto. Un errore va a ScriviLogErr
-// con l'etichetta degli scarichi e lascia il file temporaneo dov'è.
+// Vero quando il file finale è stato scritto, forzato sul supporto e riletto
+// uguale. Un errore va a ScriviLogErr con l'etichetta degli scarichi e lascia
+// il file temporaneo dov'è; col nome finale non resta mai un file a metà.
 bool EseguiScarico(const QString& cartella, const RamoScarico& ramo);

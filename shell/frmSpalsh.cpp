@@ -1,5 +1,6 @@
 #include "shell/frmSpalsh.h"
 
+#include "archive/zip_archivio.h"
 #include "common/errore.h"
 #include "common/log_errori.h"
 #include "common/piattaforma.h"
@@ -77,6 +78,18 @@ QPixmap Immagine(const QSize& dimensione)
 
 }  // namespace
 
+void SistemaAvanzi()
+{
+    try {
+        if (SistemaAvanziArchivio(sessione().PathDatabase))
+            MsgBox(QStringLiteral("Il database non si apriva: è stato rimesso quello che c'era prima dell'ultimo "
+                                  "ripristino."),
+                   StileMsg::Esclamativo, TitoloApplicazione);
+    } catch (const ErroreSistema&) {
+        // Se non si è potuto rimettere, l'apertura che segue dice perché.
+    }
+}
+
 QString CalcolaPathDatabase(const QString& cartellaProgramma)
 {
     QString path = cartellaProgramma;
@@ -90,6 +103,7 @@ void AggiornamentoVersione()
     auto& s = sessione();
     try {
         Clessidra(true);
+        SistemaAvanzi();
         ApriDatabase(false);
         Database& db = *s.DbDistilleria;
 

@@ -14,7 +14,12 @@ class QLabel;
 // già, poi "database/".
 QString CalcolaPathDatabase(const QString& cartellaProgramma);
 
-// Il controllo di versione, senza finestra: apre il database, sostituisce la
+// Prima di aprire il database si tolgono gli avanzi di un salvataggio o di un
+// ripristino interrotti; il database di prima del ripristino torna al suo
+// posto, con un avviso, solo se quello attuale non si apre.
+void SistemaAvanzi();
+
+// Il controllo di versione, senza finestra: toglie gli avanzi, apre il database, sostituisce la
 // vecchia tabella SETUP, legge CampagnaCorrente, confronta VERSIONE con la
 // versione del programma e richiude. Ogni errore va nel registro con
 // l'etichetta "AGGIORNAMENTO VERSIONE" e termina il processo; una versione

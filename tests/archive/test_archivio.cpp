@@ -1,6 +1,6 @@
 // Salvataggio e ripristino dal menu: andata e ritorno, rinunce, cartelle
 // sbagliate o protette, archivi estranei o maligni che non cambiano nulla,
-// un'altra distilleria a video, un processo ucciso a metà.
+// un'altra distilleria a video.
 #include "archive/Archivio.h"
 #include "archive/zip_archivio.h"
 #include "shell/FrmMenu.h"
@@ -18,9 +18,6 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
-#include <QProcess>
-#include <QRegularExpression>
-#include <QThread>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <zip.h>
@@ -67,7 +64,6 @@ protected:
     }
     void TearDown() override
     {
-        ImpostaSpazioLibero({});
         FrmMenu::Scarica();
         AnnullaRegistrazioni();
         ProvaConDatabase::TearDown();
@@ -254,23 +250,19 @@ TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
         const char* nome;
         QList<std::pair<QByteArray, QByteArray>> voci;  // vuoto: si scrive "grezzo"
         QByteArray grezzo;
-        qint64 spazio;
         QString motivo;
     } casi[] = {
-        {"altre voci", {{"orvelta_2005.mdb", buono}, {"leggimi.txt", "x"}}, {}, -1, nonNostro},
-        {"percorso relativo", {{"../x", buono}}, {}, -1, nonNostro},
-        {"percorso relativo col nome giusto", {{"../orvelta_2005.mdb", buono}}, {}, -1, nonNostro},
-        {"percorso assoluto", {{"/etc/x", buono}}, {}, -1, nonNostro},
-        {"zip danneggiato", {}, danneggiato, -1,
+        {"altre voci", {{"orvelta_2005.mdb", buono}, {"leggimi.txt", "x"}}, {}, nonNostro},
+        {"percorso relativo", {{"../x", buono}}, {}, nonNostro},
+        {"percorso relativo col nome giusto", {{"../orvelta_2005.mdb", buono}}, {}, nonNostro},
+        {"percorso assoluto", {{"/etc/x", buono}}, {}, nonNostro},
+        {"zip danneggiato", {}, danneggiato,
          u"L'archivio '"_s + nomeZip + u"' è danneggiato: il file orvelta_2005.mdb non si legge per intero (controllo CRC)."_s},
-        {"non è uno zip", {}, "PK\x03\x04 non proprio", -1,
+        {"non è uno zip", {}, "PK\x03\x04 non proprio",
          u"L'archivio '"_s + nomeZip + u"' è danneggiato o non è un archivio zip."_s},
-        {"file di un altro programma", {{"orvelta_2005.mdb", "Lettera al commercialista"}}, {}, -1, estraneo},
-        {"database SQLite di un altro programma", {{"orvelta_2005.mdb", sqliteEstraneo}}, {}, -1, estraneo},
-        {"database con un'altra password", {{"orvelta_2005.mdb", passwordDiversa}}, {}, -1, estraneo},
-        {"più grande del disco", {{"orvelta_2005.mdb", buono}}, {}, 4096,
-         u"Spazio insufficiente in '"_s + QDir::toNativeSeparators(QDir::cleanPath(sessione().PathDatabase)) +
-             u"': servono "_s + QString::number(buono.size()) + u" byte, ne restano 4096."_s},
+        {"file di un altro programma", {{"orvelta_2005.mdb", "Lettera al commercialista"}}, {}, estraneo},
+        {"database SQLite di un altro programma", {{"orvelta_2005.mdb", sqliteEstraneo}}, {}, estraneo},
+        {"database con un'altra password", {{"orvelta_2005.mdb", passwordDiversa}}, {}, estraneo},
     };
     Distilleria(u"Cantina Uno"_s, db());
     const QStringList prima = Dati();
@@ -284,38 +276,12 @@ TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
         } else {
             ScriviZip(Bkp(dest), c.voci);
         }
-        ImpostaSpazioLibero([&c](const QString&) { return c.spazio; });
         EXPECT_EQ(Menu(1, {dest}), (Messaggi{{c.motivo, 48, u"Backup/Restore"_s}, NonABuonFine, ErroreMenu("Restore")}));
         EXPECT_EQ(Dati(), prima);
         EXPECT_EQ(FileDatabase(), QStringList{u"orvelta_2005.mdb"_s});
         EXPECT_EQ(QDir(cartella->cartella()).entryList().join(u'|').toUtf8(), fileProgramma);
         EXPECT_FALSE(QFileInfo::exists(u"/etc/x"_s));
     }
-}
-
-TEST_F(Archivio, UnArchivioCheNonEntraNonSiScrive)
-{
-    const QString dest = Cartella(u"piccola"_s), floppy = sessione().CartellaFloppy;
-    QDir().mkpath(floppy);
-    ImpostaSpazioLibero([](const QString&) { return qint64(1000); });
-    QFile vecchio(Bkp(dest));
-    ASSERT_TRUE(vecchio.open(QIODevice::WriteOnly));
-    vecchio.write("archivio di ieri");
-    vecchio.close();
-    for (const QString& cartella : {dest, floppy}) {
-        SCOPED_TRACE(cartella.toStdString());
-        const Messaggi m = Menu(0, {cartella});
-        ASSERT_EQ(m.size(), 3);
-        EXPECT_TRUE(QRegularExpression(u"^Spazio insufficiente in '"_s + QRegularExpression::escape(cartella) +
-                                       u"': servono \\d+ byte, ne restano 1000\\.$"_s)
-                        .match(m[0].testo)
-                        .hasMatch())
-            << m[0].testo.toStdString();
-        EXPECT_EQ(m.mid(1), (Messaggi{NonABuonFine, ErroreMenu("BackUp")}));
-    }
-    EXPECT_EQ(QDir(dest).entryList(QDir::Files), QStringList{u"orvelta_2005.bkp"_s});
-    EXPECT_EQ(Contenuto(Bkp(dest)), "archivio di ieri");
-    EXPECT_TRUE(QDir(floppy).isEmpty());
 }
 
 TEST_F(Archivio, IlRipristinoPortaAVideoUnAltraDistilleria)
@@ -333,58 +299,6 @@ TEST_F(Archivio, IlRipristinoPortaAVideoUnAltraDistilleria)
     EXPECT_EQ(script->messaggi, Messaggi{Riuscito});
     frmInizializza schermata;
     EXPECT_EQ(schermata.TxtDISTDati(2)->text(), u"Distilleria Forestiera"_s);
-}
-
-// Il figlio: ripristini e salvataggi senza sosta finché non lo si uccide.
-TEST(DISABLED_FiglioArchivio, CicloSenzaFine)
-{
-    const QString cartella = qEnvironmentVariable("FERMOLA_FIGLIO_ARCHIVIO");
-    ASSERT_FALSE(cartella.isEmpty());
-    const QString db = QDir(cartella).filePath(u"database"_s);
-    fputs("via\n", stderr);
-    for (int i = 0;; ++i) {
-        RipristinaArchivio(QDir(cartella).filePath(i % 2 ? u"a/orvelta_2005.bkp"_s : u"b/orvelta_2005.bkp"_s), db);
-        CreaArchivio(QDir(db).filePath(u"orvelta_2005.mdb"_s), QDir(cartella).filePath(u"c/orvelta_2005.bkp"_s));
-    }
-}
-
-TEST_F(Archivio, UnProcessoUccisoLasciaUnDatabaseIntegro)
-{
-    const QString a = Cartella(u"a"_s), b = Cartella(u"b"_s);
-    Cartella(u"c"_s);
-    ArchivioDi(u"Cantina A"_s, a);
-    ArchivioDi(u"Cantina B"_s, b);
-    sessione().DbDistilleria.reset();
-    QDir(m_altrove.path()).mkpath(u"database"_s);
-    const QString db = QDir(m_altrove.path()).filePath(u"database/orvelta_2005.mdb"_s);
-    ASSERT_TRUE(QFile::copy(cartella->percorsoDatabase(), db));
-    bool giaRipristinato = false;
-    for (int giro = 0; giro < 12; ++giro) {
-        SCOPED_TRACE(giro);
-        QProcess figlio;
-        auto env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"FERMOLA_FIGLIO_ARCHIVIO"_s, m_altrove.path());
-        figlio.setProcessEnvironment(env);
-        figlio.start(QCoreApplication::applicationFilePath(),
-                     {u"--gtest_also_run_disabled_tests"_s, u"--gtest_filter=DISABLED_FiglioArchivio.*"_s});
-        figlio.setReadChannel(QProcess::StandardError);
-        ASSERT_TRUE(figlio.waitForStarted());
-        QByteArray uscita;
-        while (!uscita.contains("via\n") && figlio.waitForReadyRead(20000))
-            uscita += figlio.readAllStandardError();
-        ASSERT_TRUE(uscita.contains("via\n")) << uscita.constData();
-        QThread::msleep(40 + (giro * 97) % 500);
-        figlio.kill();
-        figlio.waitForFinished();
-        EXPECT_EQ(figlio.exitStatus(), QProcess::CrashExit) << "ucciso, non finito";
-        const QStringList righe =
-            RigheDelFile(db, u"SELECT RAGI_SOCI FROM DISTILLERIA UNION ALL SELECT * FROM pragma_integrity_check"_s);
-        // Prima che un ripristino arrivi in fondo resta il database di partenza, senza distilleria.
-        const bool ripristinato = righe == QStringList({u"Cantina A"_s, u"ok"_s}) ||
-                                  righe == QStringList({u"Cantina B"_s, u"ok"_s});
-        EXPECT_TRUE(ripristinato || (!giaRipristinato && righe == QStringList{u"ok"_s})) << righe.join(u' ').toStdString();
-        giaRipristinato = giaRipristinato || ripristinato;
-    }
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-enum class Disco { Assente, Vuoto, ConFile, Protetto };
+enum class Disco { Assente, ConFile, Protetto };
 enum class Routine { Vuoto, File, Inserito };
 
 const MessaggioRegistrato Svuotare{u"Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"_s, 35,
@@ -44,7 +44,6 @@ struct Caso {
 };
 
 const Caso Casi[] = {
-    {"vuoto: disco vuoto", Routine::Vuoto, Disco::Vuoto, {}, {}, false, false, false, false},
     {"vuoto: Sì cancella", Routine::Vuoto, Disco::ConFile, {Si}, {Svuotare}, false, false, false, false},
     {"vuoto: Annulla", Routine::Vuoto, Disco::ConFile, {Annulla}, {Svuotare}, false, false, true, true},
     {"vuoto: No, Sì a un altro disco", Routine::Vuoto, Disco::ConFile, {No, Si}, {Svuotare, InserireSiNo}, false,
@@ -55,7 +54,6 @@ const Caso Casi[] = {
      true, false, true},
     {"vuoto: nessun disco", Routine::Vuoto, Disco::Assente, {Si}, {InserireSiNo}, false, true, false, false},
     {"vuoto: protetto", Routine::Vuoto, Disco::Protetto, {Si}, {Svuotare, ProtezioneVuoto}, false, true, false, true},
-    {"file: disco vuoto", Routine::File, Disco::Vuoto, {}, {}, true, false, false, false},
     {"file: Sì cancella", Routine::File, Disco::ConFile, {OK, Si}, {NoFiles, Cancellare}, true, false, false, false},
     {"file: No", Routine::File, Disco::ConFile, {OK, No}, {NoFiles, Cancellare}, false, false, true, true},
     {"file: nessun disco, OK", Routine::File, Disco::Assente, {OK}, {InserireOK}, false, true, false, false},
@@ -109,17 +107,6 @@ TEST(Floppy, OgniDiscoEOgniRisposta)
     }
     sessione().Azzera();
     InstallaPiattaformaScript();
-}
-
-TEST(Floppy, UnaCartellaSulDischettoLoE)
-{
-    sessione().CartellaFloppy = u"/media/floppy"_s;
-    const std::pair<const char*, bool> casi[] = {{"/media/floppy", true},  {"/media/floppy/", true},
-                                                 {"/media/floppy/x", true}, {"/media/floppy2", false},
-                                                 {"/media", false},         {"", false}};
-    for (const auto& [percorso, atteso] : casi)
-        EXPECT_EQ(SuFloppy(QString::fromLatin1(percorso)), atteso) << percorso;
-    sessione().Azzera();
 }
 
 }  // namespace

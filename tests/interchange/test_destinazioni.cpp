@@ -20,12 +20,6 @@ protected:
         floppy = QDir(cartella->cartella()).filePath(QStringLiteral("floppy"));
         sessione().CartellaFloppy = floppy;
     }
-    void TearDown() override
-    {
-        // I permessi tolti si rendono, o la cartella temporanea non si cancella.
-        QFile::setPermissions(floppy, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        ProvaConDatabase::TearDown();
-    }
 
 public:
     void Scrivi(const QString& nome, QFile::Permissions permessi = QFile::ReadOwner | QFile::WriteOwner)
@@ -40,7 +34,6 @@ public:
 };
 
 const MessaggioRegistrato Svuota{"Attenzione il contenuto del floppy verra cancellato", 64, ""};
-const MessaggioRegistrato Protetto{"Togliere la protezione in scrittura dal dischetto", 16, " Carico della Domanda "};
 const MessaggioRegistrato Inserire{"Inserire il dischetto nel drive.", 20, ""};
 const MessaggioRegistrato Terminare{"ATTENZIONE ,vuoi terminare il rilascio.", 68, ""};
 
@@ -58,20 +51,6 @@ TEST_F(Destinazioni, Chk_Disk)
     const auto vuoto = [](Destinazioni& t) { QDir().mkpath(t.floppy); };
     const QList<Caso> casi = {
         {"dischetto vuoto", vuoto, {}, true, {}, {}},
-        {"dischetto con file",
-         [](Destinazioni& t) {
-             QDir().mkpath(t.floppy + "/sotto");
-             t.Scrivi("a.txt");
-             t.Scrivi("b.dat");
-         },
-         {1}, true, {Svuota}, {"sotto"}},
-        {"protetto in scrittura",
-         [](Destinazioni& t) {
-             QDir().mkpath(t.floppy);
-             t.Scrivi("a.txt");
-             QFile::setPermissions(t.floppy, QFile::ReadOwner | QFile::ExeOwner);
-         },
-         {1, 1}, false, {Svuota, Protetto}, {"a.txt"}},
         {"file a sola lettura: si chiede il dischetto",
          [](Destinazioni& t) {
              QDir().mkpath(t.floppy);
