@@ -119,10 +119,11 @@ TEST_F(ScaricoConferimenti, Quadratura)
 
 TEST_F(ScaricoConferimenti, FileFinaleBytePerByte)
 {
-    // Un'altra domanda con un produttore: non entra nei totali della coda.
+    // Un'altra domanda, con un numero che viene prima, e un produttore: non
+    // entra nei totali della coda.
     Produttore(Certificato(Domanda(), "ALTRO", "1", "1"), {"X", "X", "1", "1", "1", "1", "1", "1", "1", "7", "7", "7",
                                                           "7", 1, "", "000"});
-    db().Execute("UPDATE DOMANDE_PRODUTTORI SET DOMANDA = '99999999999'");
+    db().Execute("UPDATE DOMANDE_PRODUTTORI SET DOMANDA = '00000000001'");
     SeminaDomanda();
     script->Rispondi(RispostaMsg::OK);
     ASSERT_TRUE(ScaricaDomandaProduttore(uscita));
