@@ -2,8 +2,7 @@
 // Cartella in cui non si scrive né si cancella, anche da root: permessi di
 // sola lettura più l'attributo immutabile, tolti all'uscita.
 
-#include <QFile>
-#include <QString>
+#include "support/prova.h"
 
 #include <fcntl.h>
 #include <linux/fs.h>

@@ -7,10 +7,6 @@
 #include "shell/frmInizializza.h"
 #include "shell/registra_distilleria.h"
 #include "shell/registro_maschere.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
 #include "sola_lettura.h"
 
 #include <QAction>
@@ -18,10 +14,11 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QThread>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 #include <zip.h>
-
 
 namespace {
 
@@ -161,13 +158,7 @@ TEST_F(Archivio, RinunceELaConnessioneRiaperta)
     const MessaggioRegistrato vuoto{u"Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"_s, 35,
                                     u"Controllo floppy "_s};
     const MessaggioRegistrato ultimo{u"Inserire l'ultimo disco della serie nel drive."_s, 65, Didascalia};
-    struct Caso {
-        const char* nome;
-        int index;
-        QStringList cartelle;
-        QList<int> risposte;
-        Messaggi attesi;
-    } casi[] = {
+    struct Caso { const char* nome; int index; QStringList cartelle; QList<int> risposte; Messaggi attesi; } casi[] = {
         {"salvataggio: nessuna cartella, Sì", 0, {}, {RispostaMsg::Si}, {Annullare, Annullata}},
         {"ripristino: nessuna cartella, No, di nuovo, Sì", 1, {}, {RispostaMsg::No, RispostaMsg::Si},
          {Annullare, Annullare, Annullata}},
@@ -191,13 +182,7 @@ TEST_F(Archivio, CartellaSenzaArchivioOProtettaRichiedeLaScelta)
 {
     const QString buona = Cartella(u"buona"_s), vuota = Cartella(u"vuota"_s), protetta = Cartella(u"protetta"_s);
     ArchivioDi(u"Cantina Salvata"_s, buona);
-    struct Caso {
-        const char* nome;
-        int index;
-        QStringList cartelle;
-        QList<int> risposte;
-        Messaggi attesi;
-    } casi[] = {
+    struct Caso { const char* nome; int index; QStringList cartelle; QList<int> risposte; Messaggi attesi; } casi[] = {
         {"senza archivio, Riprova", 1, {vuota, buona}, {RispostaMsg::Riprova}, {PercorsoErrato, Riuscito}},
         {"senza archivio, Annulla", 1, {vuota}, {RispostaMsg::Annulla, RispostaMsg::Si},
          {PercorsoErrato, Annullare, Annullata}},

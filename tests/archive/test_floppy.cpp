@@ -1,16 +1,9 @@
 // I controlli del dischetto: disco assente, vuoto, con file, protetto, con
 // ogni risposta che l'utente può dare.
 #include "archive/floppy.h"
-#include "shell/session_state.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
 #include "sola_lettura.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
-
 
 namespace {
 

@@ -4,16 +4,9 @@
 
 #include "common/SchermataRecord.h"
 #include "common/aiuto.h"
-#include "support/piattaforma_script.h"
+#include "support/prova.h"
 
-#include <QApplication>
 #include <QGridLayout>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
-#include <functional>
-#include <memory>
 
 namespace campo {
 enum : int { Maiuscole, Caratteri, Intero, Importo, Data, Quantita, Libero, Nome, NumDomanda, Progressivo, ImportoLibero };

@@ -6,18 +6,9 @@
 // l'aiuto intercettato; la maschera mostrata e attiva.
 
 #include "common/aiuto.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
+#include "support/prova.h"
 
-#include <QApplication>
-#include <QComboBox>
 #include <QDialog>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <memory>
 
 inline const QString TitoloProva = QStringLiteral(" Domande ");
 

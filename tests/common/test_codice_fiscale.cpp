@@ -1,10 +1,6 @@
 #include "common/codice_fiscale.h"
 #include "common/piattaforma.h"
-#include "shell/session_state.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
-
-#include <gtest/gtest.h>
+#include "support/prova.h"
 
 // Codici inventati (comune Z999 inesistente), con il carattere di controllo
 // calcolato a parte secondo l'algoritmo pubblicato.

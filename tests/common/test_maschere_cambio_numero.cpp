@@ -1,16 +1,10 @@
 // Le tre maschere del cambio di numero (frmCambioDomanda,
 // frmProduttori_CambioDomanda, frmProduttori_CambioUtf): aspetto, tasti,
-// controlli nell'ordine, segni rimessi a "N", guasti, aiuto, apertura per nome.
+// controlli nell'ordine, segni rimessi a "N", guasti, aiuto.
 #include "common/SchermataCambioNumero.h"
-#include "deliveries/registra_domande_produttori.h"
-#include "invoices/registra_domande.h"
 #include "prova_maschere_domanda.h"
-#include "shell/modale_di_prova.h"
-#include "shell/registro_maschere.h"
 
 #include <QGroupBox>
-#include <QLabel>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -33,11 +27,7 @@ protected:
 
 TEST_F(MaschereCambio, AspettoDelleTreVarianti)
 {
-    const struct {
-        G genere;
-        QString nome, didascalia, cornice, vecchio, nuovo, attuale;
-        int lunghezza;
-    } casi[] = {
+    const struct { G genere; QString nome, didascalia, cornice, vecchio, nuovo, attuale; int lunghezza; } casi[] = {
         {G::Domanda, "frmCambioDomanda", "Cambio", "Cambio numero di domanda", "N°Domanda", "N° Domanda nuovo",
          "00000000007", 11},
         {G::DomandaProduttore, "frmProduttori_CambioDomanda", "Cambio domanda del produttore",
@@ -150,10 +140,7 @@ INSTANTIATE_TEST_SUITE_P(
 // frmCambioDomanda: il pulsante Help non mostra nulla, F1 sì; le gemelle mostrano l'aiuto col pulsante.
 TEST_F(MaschereCambio, Aiuto)
 {
-    const struct {
-        G genere;
-        QStringList attesi;
-    } casi[] = {
+    const struct { G genere; QStringList attesi; } casi[] = {
         {G::Domanda, {"frmCambioDomanda"}},
         {G::DomandaProduttore, {"frmCambioDomanda", "frmCambioDomanda"}},
         {G::CertificatoUtf, {"frmCambioUTF", "frmCambioUTF"}},
@@ -166,27 +153,6 @@ TEST_F(MaschereCambio, Aiuto)
         EXPECT_EQ(aiuti, c.attesi);
         EXPECT_TRUE(m.isVisible());
     }
-}
-
-// Le liste aprono le cinque maschere per nome, modali, e le distruggono alla chiusura.
-TEST_F(MaschereCambio, ApertePerNomeDalleListe)
-{
-    AnnullaRegistrazioni();
-    RegistraMaschereDomande();
-    RegistraMaschereDomandeProduttori();
-    for (const char* nome : {"FrmDomanda", "frmCambioDomanda", "Frmproduttore_Domanda", "frmProduttori_CambioDomanda",
-                             "frmProduttori_CambioUtf"}) {
-        SCOPED_TRACE(nome);
-        QPointer<QDialog> aperta;
-        AttesaModale attesa(QString::fromLatin1(nome), [&](QDialog* d) {
-            aperta = d;
-            d->done(QDialog::Rejected);
-        });
-        EXPECT_TRUE(ApriMascheraModale(QString::fromLatin1(nome), nullptr));
-        EXPECT_TRUE(attesa.eseguita());
-        EXPECT_TRUE(aperta.isNull());
-    }
-    AnnullaRegistrazioni();
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include "invoices/FrmDomanda.h"
 #include "prova_maschere_domanda.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 enum class Ramo { Fatture, Produttori };
@@ -97,11 +95,7 @@ TEST_F(MaschereDomanda, AperturaTastiERegolaDegliArticoli)
 
     // La campagna scelta rifà la lista degli articoli e tiene quello di prima se può.
     SchermataDomanda& m = Apri(F, "I");
-    const struct {
-        const char *campagna, *prima;
-        QStringList voci;
-        const char* articolo;
-    } regole[] = {
+    const struct { const char *campagna, *prima; QStringList voci; const char* articolo; } regole[] = {
         {"2003", "30", {"29", "30"}, "30"}, {"2005", "30", {"29"}, "29"}, {"2004", "", {"29"}, "29"}, {"", "", {"29", "30"}, ""}};
     for (const auto& r : regole) {
         SCOPED_TRACE(r.campagna);

@@ -2,11 +2,8 @@
 // arrotondamenti, Format, IsNumeric, CDbl, Val, CStr, IsDate.
 #include "common/errore.h"
 #include "common/numeri.h"
-#include "support/errori_prova.h"
-#include "support/verifiche.h"
+#include "support/prova.h"
 
-#include <QDate>
-#include <gtest/gtest.h>
 #include <limits>
 
 namespace {
@@ -14,10 +11,7 @@ namespace {
 Decimale D(const char* testo) { return Decimale(QString::fromUtf8(testo)); }
 QString T(const char* testo) { return QString::fromUtf8(testo); }
 
-struct Coppia {
-    const char* ingresso;
-    const char* atteso;
-};
+struct Coppia { const char* ingresso; const char* atteso; };
 
 }  // namespace
 

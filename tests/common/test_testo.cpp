@@ -1,18 +1,12 @@
 // Testi a larghezza fissa dei tracciati, date tra due maschere e apici.
 #include "common/testo.h"
-#include "support/errori_prova.h"
-
-#include <gtest/gtest.h>
+#include "support/prova.h"
 
 namespace {
 
 QString T(const char* s) { return QString::fromUtf8(s); }
 
-struct Caso {
-    const char* valore;
-    int decimali;
-    const char* atteso;
-};
+struct Caso { const char* valore; int decimali; const char* atteso; };
 
 }  // namespace
 

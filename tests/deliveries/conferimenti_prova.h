@@ -3,10 +3,7 @@
 // distillatore (la 1 con due certificati, la 2 senza, la 3 di un altro
 // articolo), produttori legati al certificato 1 e produttori liberi.
 
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
+#include "support/prova.h"
 
 // I certificati come li lascia SeminaCertificati, nelle colonne di TutteLeRigheUtf.
 inline const QString TutteLeRigheUtf = QStringLiteral(

@@ -2,12 +2,9 @@
 // confronto al salvataggio, controlli di grandezza e formati dei testi.
 #include "common/errore.h"
 #include "deliveries/CalcoloAiuti.h"
-#include "shell/session_state.h"
-#include "support/errori_prova.h"
+#include "support/prova.h"
 #include "support/piattaforma_script.h"
-#include "support/verifiche.h"
 
-#include <gtest/gtest.h>
 #include <optional>
 #include <tuple>
 
@@ -74,12 +71,7 @@ protected:
 
     void AttendiTroppoGrande(int quanti)
     {
-        ASSERT_EQ(script->messaggi.size(), quanti);
-        for (const MessaggioRegistrato& m : script->messaggi) {
-            EXPECT_EQ(m.testo, TroppoGrande);
-            EXPECT_EQ(m.stile, StileMsg::OK + StileMsg::Informazione);
-            EXPECT_EQ(m.titolo, QStringLiteral("Produttore"));
-        }
+        EXPECT_EQ(script->messaggi, Messaggi(quanti, {TroppoGrande, StileMsg::OK + StileMsg::Informazione, "Produttore"}));
         script->messaggi.clear();
     }
 
@@ -357,10 +349,10 @@ TEST_F(CalcoloAiutiTest, DomandeAlSalvataggio)
         EXPECT_EQ(calcolo.ControllaCalcoliAlSalvataggio(), risposta != RispostaMsg::Annulla);
         if (risposta != 0) {
             ASSERT_FALSE(script->messaggi.isEmpty());
-            const MessaggioRegistrato m = script->messaggi.takeLast();
-            EXPECT_EQ(m.testo, traboccato ? overflow : differenze);
-            EXPECT_EQ(m.stile, traboccato ? StileMsg::OKAnnulla : StileMsg::SiNo);
-            EXPECT_EQ(m.titolo, "Domande di aiuto alla distillazione facoltativa (Art.29)");
+            EXPECT_EQ(script->messaggi.takeLast(),
+                      (MessaggioRegistrato{traboccato ? overflow : differenze,
+                                           traboccato ? StileMsg::OKAnnulla : StileMsg::SiNo,
+                                           "Domande di aiuto alla distillazione facoltativa (Art.29)"}));
         }
         AttendiTroppoGrande(traboccato ? 1 : 0);
         EXPECT_EQ((QStringList{txt[13], txt[16], txt[17], txt[21], txt[25]}), attesi);
@@ -390,14 +382,10 @@ TEST_F(CalcoloAiutiTest, Cmdcalcolo)
             EXPECT_EQ(calcolo.Cmdcalcolo(), fuoco);
         EXPECT_EQ(txt[17], dopo17);
         EXPECT_EQ(txt[18], dopo18);
-        if (fuoco != 0) {
-            ASSERT_EQ(script->messaggi.size(), 1);
-            const MessaggioRegistrato m = script->messaggi.takeFirst();
-            const QString campo = fuoco == 13 ? "Vino effettivamente distillato" : "Titolo alcolometro fatturato ";
-            EXPECT_EQ(m.testo, campo + seguito);
-            EXPECT_EQ(m.stile, StileMsg::Informazione);
-            EXPECT_EQ(m.titolo, "Salvataggio ");
-        }
+        const QString campo = fuoco == 13 ? "Vino effettivamente distillato" : "Titolo alcolometro fatturato ";
+        EXPECT_EQ(script->messaggi,
+                  (fuoco ? Messaggi{{campo + seguito, StileMsg::Informazione, "Salvataggio "}} : Messaggi{}));
+        script->messaggi.clear();
     }
 }
 

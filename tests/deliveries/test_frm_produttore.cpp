@@ -3,21 +3,9 @@
 // certificato senza ettogradi e la scrittura senza maschera.
 #include "deliveries/FrmProduttore.h"
 #include "deliveries/MetodiProduttore.h"
-#include "deliveries/registra_produttore.h"
-#include "shell/registro_maschere.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
+#include "support/prova.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <memory>
 
 namespace {
 
@@ -145,24 +133,12 @@ INSTANTIATE_TEST_SUITE_P(
     Casi, SalvataggioProduttore,
     ::testing::Values(
         CasoSalva{"coerente_senza_domande", {}, {}, {}, Riga("6,0000", "1050,60", "1712,88", Coda29)},
-        CasoSalva{"differenze_si_ricalcola",
-                  {{18, "7,0000"}},
-                  {RispostaMsg::Si},
-                  {{DiffGrezzo + "Sostituire con i valori calcolati ?", StileMsg::SiNo, TitoloDomande}},
-                  Riga("6,0000", "1050,60", "1712,88", Coda29)},
         CasoSalva{"differenze_no_tiene",
                   {{18, "7,0000"}},
                   {RispostaMsg::No},
                   {{DiffGrezzo + "Sostituire con i valori calcolati ?", StileMsg::SiNo, TitoloDomande}},
                   Riga("7,0000", "1050,60", "1712,88", Coda29)},
         // 5 000 000 x 12 = 60 000 000,0000: nove cifre prima della virgola.
-        CasoSalva{"overflow_ok_salva_com_e",
-                  {{13, "5000000"}, {16, "12"}},
-                  {RispostaMsg::OK, RispostaMsg::OK},
-                  {{TroppoGrande, StileMsg::Informazione, "Produttore"},
-                   {OverflowEttogradi + "I dati saranno salvati senza calcoli automatici", StileMsg::OKAnnulla,
-                    TitoloDomande}},
-                  Riga("6,0000", "1050,60", "1712,88", Coda29)},
         CasoSalva{"overflow_annulla_niente",
                   {{13, "5000000"}, {16, "12"}},
                   {RispostaMsg::OK, RispostaMsg::Annulla},
@@ -203,27 +179,16 @@ TEST_F(ProvaProduttore, ModificaPerdeCampagnaEQuantita)
                        {"CAMPAGNA_PRESCELTA", "2005/2006"}, {"CODICE_CONTRATTO_DISTILLAZIONE", "CONTR1"},
                        {"QTA_MAX_DISTILLABILE", "100,0000"}, {"QTA_VINO_DISTILLATA_AIUTO", "50,0000"},
                        {"APPROVAZIONE_ANTICIPATA", "S"}, {"PERC_APPROVAZIONE_ANTICIPATA", "020"}, {"ID_COLORE", 2}});
-    ProduttoreSelezionato& p = sessione().ProduttoreSel;
-    p.iD_PRODUTTORI = static_cast<qint32>(id);
-    p.CODI_FISC = PartitaIva;
-    p.DENOMINAZIONE = "D'ANNA & C.";
-    p.CODICE_CONTRATTO_DISTILLAZIONE = "CONTR1";
-    p.CAMPAGNA_PRESCELTA = "2005/2006";
-    p.QTA_MAX_DISTILLABILE = "100,0000";
-    p.QTA_VINO_DISTILLATA_AIUTO = "50,0000";
-    p.QTA_VINO_EFFETIVAMENTE_DISTILLATA = "10,0000";
-    p.TITOLO_ALCOLOMETRICO_FATTURATO = "12,0000";
-    const QStringList calcolati{"120,0000", "6,0000", "2,4000", "1,2000", "1050,60", "452,16", "210,12", "0,00",
-                                "1712,88"};
-    QString* destinazioni[] = {&p.ETTOGRADI, &p.QTA_ALCOLE_GREZZO, &p.QTA_ALCOLE_NEUTRO, &p.QTA_ACQUAVITE,
-                               &p.AIUTO_ALCOLE_GREZZO, &p.AIUTO_ALCOLE_NEUTRO, &p.AIUTO_ACQUAVITE,
-                               &p.IMPORTO_DETRAIBILE, &p.TOTALE_AIUTO};
-    for (int i = 0; i < calcolati.size(); ++i)
-        *destinazioni[i] = calcolati[i];
-    p.APPROVAZIONE_ANTICIPATA = "S";
-    p.PERC_APPROVAZIONE_ANTICIPATA = "020";
-    p.DESC_COLORE = "ROSSO";
-    p.CODI_COLORE = "RO";
+    sessione().ProduttoreSel = {
+        .CODI_COLORE = "RO", .DESC_COLORE = "ROSSO", .iD_PRODUTTORI = static_cast<qint32>(id), .CODI_FISC = PartitaIva,
+        .DENOMINAZIONE = "D'ANNA & C.", .CAMPAGNA_PRESCELTA = "2005/2006", .CODICE_CONTRATTO_DISTILLAZIONE = "CONTR1",
+        .QTA_MAX_DISTILLABILE = "100,0000", .COMUNICAZIONE_CONTRATTO = {}, .iD_COLORE = {},
+        .QTA_VINO_EFFETIVAMENTE_DISTILLATA = "10,0000",
+        .QTA_VINO_DISTILLATA_AIUTO = "50,0000", .TITOLO_ALCOLOMETRICO_FATTURATO = "12,0000", .ETTOGRADI = "120,0000",
+        .QTA_ALCOLE_NEUTRO = "2,4000", .QTA_ALCOLE_GREZZO = "6,0000", .QTA_ACQUAVITE = "1,2000",
+        .AIUTO_ALCOLE_NEUTRO = "452,16", .AIUTO_ALCOLE_GREZZO = "1050,60", .AIUTO_ACQUAVITE = "210,12",
+        .IMPORTO_DETRAIBILE = "0,00", .TOTALE_AIUTO = "1712,88", .APPROVAZIONE_ANTICIPATA = "S",
+        .PERC_APPROVAZIONE_ANTICIPATA = "020"};
     sessione().ModoMaschera = QStringLiteral("M");
 
     Apri();
@@ -276,12 +241,7 @@ TEST_F(ProvaProduttore, ValidazioneAllUscitaDaiCampi)
 {
     const Messaggi campagna{{"Campagna non valida", StileMsg::Esclamativo, QString()}};
     const Messaggi grande{{TroppoGrande, StileMsg::Informazione, "Produttore"}};
-    const struct {
-        int indice;
-        const char *battuto, *atteso;
-        bool accettato, salva;
-        Messaggi messaggi;
-    } casi[] = {
+    const struct { int indice; const char *battuto, *atteso; bool accettato, salva; Messaggi messaggi; } casi[] = {
         {9, "2005", "2005/2006", true, true, {}},      {9, "0", "0", true, true, {}},
         {9, "205", "205", false, true, campagna},
         {11, "12", "12", true, true, {}},              {11, "13", "13", false, true, {}},
@@ -308,33 +268,6 @@ TEST_F(ProvaProduttore, ValidazioneAllUscitaDaiCampi)
         EXPECT_EQ(maschera->Cmddati[0]->isEnabled(), c.salva);
         Campo(c.indice)->clear();
     }
-}
-
-// Il calcolo due volte su un produttore nuovo: con gli Ettogradi vuoti il
-// primo clic dà già le quote e il secondo le conferma; con "0,0000" il primo
-// rifà solo gli Ettogradi e serve il secondo.
-TEST_F(ProvaProduttore, CalcoloDueVolteDaLeQuote)
-{
-    const QStringList quote{"120,0000", "6,0000", "2,4000", "1,2000", "1050,60", "452,16", "210,12", "1712,88"};
-    const struct {
-        const char* ettogradi;
-        QStringList primo;
-    } casi[] = {{"", quote}, {"0,0000", {"120,0000", "", "", "", "0,00", "0,00", "0,00", "0,00"}}};
-    for (const auto& c : casi) {
-        SCOPED_TRACE(c.ettogradi);
-        Apri();
-        Scrivi({{13, "10"}, {16, "12"}, {17, c.ettogradi}});
-        QStringList dopo[2];
-        for (QStringList& d : dopo) {
-            QTest::mouseClick(maschera->Cmdcalcolo, Qt::LeftButton);
-            for (int i : {17, 18, 19, 20, 21, 22, 23, 25})
-                d << Campo(i)->text();
-        }
-        EXPECT_EQ(dopo[0], c.primo);
-        EXPECT_EQ(dopo[1], quote);
-        EXPECT_TRUE(maschera->Cmddati[0]->isEnabled());
-    }
-    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
 // Certificato senza ettogradi lavorati: dal pulsante un messaggio e i campi
@@ -487,16 +420,6 @@ TEST_F(ProvaProduttore, GuastoDelDatabaseLasciaLaMascheraAperta)
     EXPECT_TRUE(maschera->isVisible());
     EXPECT_EQ(Campo(7)->text(), QStringLiteral("D'ANNA & C."));
     EXPECT_EQ(Righe(db(), "SELECT STAM, SCAR FROM DOMANDE_PRODUTTORI"), QStringList{"S|S"});
-}
-
-TEST(RegistroProduttore, ApertaPerNomeComeModale)
-{
-    AnnullaRegistrazioni();
-    RegistraMaschereProduttore();
-    const MascheraRegistrata* m = TrovaMaschera(QStringLiteral("FrmProduttore"));
-    ASSERT_NE(m, nullptr);
-    EXPECT_EQ(m->apertura, Apertura::Modale);
-    AnnullaRegistrazioni();
 }
 
 }  // namespace

@@ -4,20 +4,11 @@
 #include "common/aiuto.h"
 #include "deliveries/FrmProduttori_Selezione.h"
 #include "shell/registro_maschere.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
+#include "support/prova.h"
 #include "support/maschere_finte.h"
-#include "support/verifiche.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTableView>
-#include <QTest>
 
 namespace {
 
@@ -185,12 +176,7 @@ TEST_F(ListaConferimenti, RicercaEClicSulleCaselle)
 TEST_F(ListaConferimenti, SelezioneEConsegna)
 {
     const QString nessuna = u"Selezionare almeno una domanda."_s;
-    const struct {
-        int codice, pulsante;
-        QList<int> selezionate;
-        int corrente;
-        QString messaggio, aperta;
-    } casi[] = {
+    const struct { int codice, pulsante; QList<int> selezionate; int corrente; QString messaggio, aperta; } casi[] = {
         {7, 1, {}, 0, {}, u"Frmproduttore_Domanda I 4 "_s},
         {7, 2, {}, 0, nessuna, {}},
         {7, 2, {0, 2}, 2, {}, u"Frmproduttore_Domanda M 2 "_s},  // vale la corrente
@@ -227,11 +213,7 @@ TEST_F(ListaConferimenti, Cancellazione)
 {
     const QString domanda = u"Confermi la cancellazione della domanda : "_s;
     // Riga 1: la domanda 1 del 2005, con certificati; riga 2: la domanda 2, senza.
-    const struct {
-        int riga, risposta;
-        Messaggi dopo;
-        int restano;
-    } casi[] = {
+    const struct { int riga, risposta; Messaggi dopo; int restano; } casi[] = {
         {1, RispostaMsg::Si,
          {{u"Operazione non eseguita.\r\nVerificare eventuale presenza di certificati UTF."_s, 48, u""_s}}, 4},
         {2, RispostaMsg::No, {}, 4},
@@ -279,10 +261,7 @@ TEST_F(ListaConferimenti, StampeEGuasti)
 
 TEST_F(ListaConferimenti, Aiuto)
 {
-    const struct {
-        int codice, pulsante;
-        QString argomento;
-    } casi[] = {
+    const struct { int codice, pulsante; QString argomento; } casi[] = {
         {7, 5, u"Frmproduttore_Domanda"_s},
         {11, 8, u"Frmproduttore_Domanda"_s},  // non ne imposta uno: resta il precedente
         {18, 11, u"FRMSELEZIONE_STAMPA"_s},

@@ -3,12 +3,7 @@
 // mancanti e guasti nel registro (modifica e scrittura rifiutata passano per
 // la maschera nelle sue prove).
 #include "deliveries/MetodiDomandaProduttori.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
-
-#include <gtest/gtest.h>
+#include "support/prova.h"
 
 namespace {
 

@@ -5,8 +5,6 @@
 
 #include "conferimenti_prova.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 // Il certificato del record di sessione, scritto sotto la domanda 2.
@@ -81,12 +79,7 @@ TEST_F(MetodiCertificato, ScrittureEMarche)
 
 TEST_F(ProvaConferimenti, LegameDeiProduttori)
 {
-    const struct {
-        qint32 produttore, utf;
-        int operazione;
-        bool esito;
-        QStringList legami;
-    } casi[] = {
+    const struct { qint32 produttore, utf; int operazione; bool esito; QStringList legami; } casi[] = {
         {3, 2, 0, true, {"1|1", "1|2", "2|3"}},
         {3, 2, 2, true, {"1|1", "1|2"}},
         {2, 2, 2, true, {"1|1", "1|2"}},  // legame assente: nessuna riga, nessun errore

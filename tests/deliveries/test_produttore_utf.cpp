@@ -6,18 +6,10 @@
 
 #include "conferimenti_prova.h"
 
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
-
 namespace {
 
 // I campi da battere: numero, provincia, data, ettogradi, vino, grezzo, neutro, acquavite.
-struct Dati {
-    QString numero, provincia, data, ettogradi, vino, grezzo, neutro, acquavite;
-};
+struct Dati { QString numero, provincia, data, ettogradi, vino, grezzo, neutro, acquavite; };
 const Dati Validi{"ab1'x", "L'AQUILA AQ", "01022006", "3300", "300", "10,5", "", ""};
 
 class Certificato : public ProvaConferimenti {
@@ -74,11 +66,7 @@ protected:
 
 TEST_F(Certificato, RifiutiConMessaggioEFuoco)
 {
-    const struct {
-        const char* caso;
-        Dati dati;
-        QString messaggio, fuoco;
-    } casi[] = {
+    const struct { const char* caso; Dati dati; QString messaggio, fuoco; } casi[] = {
         {"tre prodotti vuoti", {"A1", "TORINO TO", "01022006", "10", "1", "", "", ""},
          "Inserire almeno uno dei prodotti ottenuti. ", "TxtDati_8"},
         {"numero", {"", "TORINO TO", "01022006", "10", "1", "1", "", ""},
@@ -110,11 +98,7 @@ TEST_F(Certificato, RifiutiConMessaggioEFuoco)
 
 TEST_F(Certificato, ValidazioneAllUscitaDaiCampi)
 {
-    const struct {
-        int indice;
-        QString testo, atteso;
-        bool rifiutato;
-    } casi[] = {
+    const struct { int indice; QString testo, atteso; bool rifiutato; } casi[] = {
         // Le regole dei generi sono della base: qui conta che la data abbia il
         // suo (le quantità riscritte si vedono nelle righe salvate).
         {5, "1/2/05", "01/02/2005", false},

@@ -5,8 +5,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QPair>
-#include <QString>
-#include <QStringList>
+#include "support/prova.h"
 
 namespace ConferimentiProva {
 

@@ -4,8 +4,7 @@
 
 #include "interchange/FileFornitura.h"
 
-#include <QString>
-#include <QStringList>
+#include "support/prova.h"
 
 namespace FornituraProva {
 

@@ -1,11 +1,7 @@
 #pragma once
 // Aiuti per scrivere e confrontare i record attesi dei tracciati.
 
-#include "shell/session_state.h"
-#include "support/errori_prova.h"
-
-#include <QString>
-#include <gtest/gtest.h>
+#include "support/prova.h"
 
 // La distilleria delle prove dei due rami.
 inline DatiDistilleria Distilleria()
@@ -16,7 +12,6 @@ inline DatiDistilleria Distilleria()
     d.INDI_DIST = QStringLiteral("VIA ROMA 12 ASTI");
     return d;
 }
-
 
 // Il testo seguito da spazi fino alla larghezza: solo per scrivere i campi
 // lunghi dei record attesi senza contare gli spazi a mano.

@@ -6,19 +6,11 @@
 
 #include "common/errore.h"
 #include "fornitura_conferimenti_prova.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QThread>
 #include <cstdio>
-#include <gtest/gtest.h>
 
 using namespace ConferimentiProva;
 
@@ -27,9 +19,6 @@ namespace {
 const QString Titolo = QStringLiteral(" Carico Domande di aiuto alla distillazione facoltativa (Art.29)");
 const QString Riuscito = QStringLiteral("Carico fornitura correttamente eseguito");
 const QString Anomala = QStringLiteral("Tracciato fornitura anomala.\r\nVisualizzare le domande non caricate?");
-const QString Lunghezza =
-    QStringLiteral("Il tracciato a una lunghezza di tipo record errata.\r\nIL caricamento sarà terminato.");
-const QString SenzaDomande = QStringLiteral("Nell'archivio le domande da caricare sono già presenti. ");
 const QString TitoloLog = QStringLiteral("Gestione Errori");
 
 const QString Domande = QStringLiteral(
@@ -163,7 +152,9 @@ TEST_F(CaricoConferimentiProva, FornituraCompletaEPoiRifiutata)
     EXPECT_EQ(Conta("TAB_Fornitura_utf"), 1);
 }
 
-// File guasti o rifiutati: i messaggi, le righe caricate e gli errori del registro.
+// File guasti o rifiutati: i messaggi, le righe caricate e gli errori del
+// registro (i controlli di lunghezza e di righe, comuni ai due carichi, nelle
+// prove delle fatture).
 TEST_F(CaricoConferimentiProva, FileGuasti)
 {
     const QString buona = R1("00000000041"), certificato = R2("UTF000401"),
@@ -177,17 +168,6 @@ TEST_F(CaricoConferimentiProva, FileGuasti)
         QStringList errori;
         QStringList scarti;  // motivi nell'elenco, se chiesto
     } casi[] = {
-        {"vuoto", QByteArray(), {}, {{SenzaDomande, 64, Titolo}}, 0, {}, {}},
-        {"binario", QByteArray("\x00\x01\xff\xfe\r\n\x7f", 7), {}, {{Lunghezza, 16, Titolo}, {SenzaDomande, 64, Titolo}},
-         0, {}, {}},
-        {"solo LF", File({R0(), buona}).replace("\r\n", "\n"), {},
-         {{Lunghezza, 16, Titolo}, {SenzaDomande, 64, Titolo}}, 0, {}, {}},
-        {"riga lunga dopo una domanda buona",
-         File({R0(), buona, certificato, produttore, produttore + "X", R1("00000000042")}), {},
-         {{Lunghezza, 16, Titolo}, {Riuscito, 64, Titolo}}, 1, {}, {}},
-        {"riga corta", File({R0(), buona.left(299)}), {}, {{Lunghezza, 16, Titolo}, {SenzaDomande, 64, Titolo}}, 0,
-         {}, {}},
-        {"senza record 1", File({R0(), R9()}), {}, {{SenzaDomande, 64, Titolo}}, 0, {}, {}},
         {"record 3 prima di un record 2", File({R0(), buona, produttore, certificato}), {}, {}, 0,
          {"00009| frmCarico.battoncarica"}, {}},
         {"record 2 prima di un record 1", File({R0(), certificato}), {}, {}, 0, {"00009| frmCarico.battoncarica"},
@@ -195,7 +175,6 @@ TEST_F(CaricoConferimentiProva, FileGuasti)
         {"due record 1 con lo stesso numero", File({R0(), buona, certificato, buona, R1("00000000043")}), {6},
          {{Anomala, 4, Titolo}}, 0, {},
          {"Fornitura con domande uguali.", "Fornitura con domande uguali."}},
-        {"stesso numero, elenco non chiesto", File({R0(), buona, buona}), {7}, {{Anomala, 4, Titolo}}, 0, {}, {}},
         // Un numero che vale zero con due certificati: le chiavi mai riempite
         // dei certificati sono uguali.
         {"domanda zero con due certificati",

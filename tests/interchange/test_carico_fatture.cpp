@@ -7,18 +7,9 @@
 #include "interchange/frmCarico.h"
 #include "record_prova.h"
 #include "shell/registro_maschere.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
 
-#include <QComboBox>
-#include <QCoreApplication>
 #include <QPointer>
 #include <QTimer>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QPushButton>
 
 using namespace FornituraProva;
 
@@ -138,12 +129,7 @@ TEST_F(CaricoFatture, FileCattivi)
         MessaggioLogErr(9, "Indice non compreso nell'intervallo (record di tipo 2 fuori posto)",
                         " frmCarico.battoncarica"),
         48, "Gestione Errori"};
-    const struct {
-        const char* nome;
-        QByteArray byte;
-        Messaggi messaggi;
-        int domande;
-    } casi[] = {
+    const struct { const char* nome; QByteArray byte; Messaggi messaggi; int domande; } casi[] = {
         {"file vuoto", "", {GiaPresenti}, 0},
         {"byte binari", binario, {Lunghezza, GiaPresenti}, 0},
         {"righe chiuse dal solo LF", Byte(FornituraBuona(), "\n"), {Lunghezza, GiaPresenti}, 0},

@@ -2,12 +2,7 @@
 // punto di montaggio, la protezione in scrittura distinta dal dischetto assente.
 
 #include "interchange/Destinazioni.h"
-#include "shell/session_state.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
-
-#include <QDir>
-#include <QFile>
+#include "support/prova.h"
 
 namespace {
 
@@ -82,11 +77,7 @@ TEST_F(Destinazioni, Chk_Disk)
 
 TEST_F(Destinazioni, SullaCartellaFloppy)
 {
-    const struct {
-        QString cartella;
-        bool sul;
-        QString reale;
-    } casi[] = {
+    const struct { QString cartella; bool sul; QString reale; } casi[] = {
         {"A:\\", true, floppy},         {"b:", true, floppy},
         {"A:\\sotto", true, floppy + "/sotto"},
         {floppy, true, floppy},         {floppy + "/", true, floppy + "/"},

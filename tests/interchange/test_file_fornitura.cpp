@@ -5,12 +5,6 @@
 #include "interchange/TracciatoConferimenti.h"
 #include "interchange/TracciatoFatture.h"
 #include "record_prova.h"
-#include "shell/session_state.h"
-#include "support/cartella_prova.h"
-
-#include <QDir>
-#include <QFile>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -30,28 +24,6 @@ protected:
         f.write(byte);
     }
 };
-
-// Una domanda senza fatture: testata e coda, ognuna con CR LF; il file che
-// c'era è sostituito.
-TEST_F(FileFornitura, DomandaSenzaFattureDaTestataECoda)
-{
-    sessione().DistilleriaDati = Distilleria();
-    sessione().DomandaSel.ID_VARIETA = QStringLiteral("2");
-    sessione().DomandaSel.TIPO_ARTICOLO = QStringLiteral("30");
-    TracciatoFatture::Scarico scarico;
-    scarico.NumeroScarico = QStringLiteral("012");
-    scarico.DataScarico = QDate(2006, 1, 9);
-    Scrivi("COPI1.666", QByteArray(1000, 'x'));
-    ScritturaFornitura file(Percorso("COPI1.666"));
-    file.Print(scarico.TRACCIATO_0());
-    file.Print(scarico.TRACCIATO_9());
-    file.Close();
-    const QByteArray atteso = QByteArray("0") + QByteArray(16, '0') + "2005/2006" + "0012" + "20060109" +
-                              "DISTILLERIA BOSCO SPA" + QByteArray(29, ' ') + "VIA ROMA 12 ASTI" +
-                              QByteArray(14, ' ') + "02" + "30" + QByteArray(138, ' ') + "\r\n" + "9" +
-                              QByteArray(16, '9') + "000000" + "000000" + QByteArray(231, ' ') + "\r\n";
-    EXPECT_EQ(atteso.toStdString(), Contenuto("COPI1.666").toStdString());
-}
 
 // Una lettera accentata è un carattere e un byte: le righe restano di 260 e
 // 300 caratteri e i campi dopo restano al loro posto, anche riletti.

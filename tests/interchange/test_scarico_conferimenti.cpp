@@ -6,14 +6,6 @@
 #include "interchange/frmScarico.h"
 #include "record_prova.h"
 #include "shell/registro_maschere.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
-
-#include <QDate>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
 
 namespace {
 
@@ -73,7 +65,7 @@ protected:
         Produttore(a, {"RSSMRA70A01H501S", "ROSSI MARIO", "123", "100,5", "12", "1206", "13,6", "6,8", "0", "25,62",
                        "11,91", "0,00", "1,50", 2, "S", "020"});
         Produttore(a, {"BNCGPP60B02A479X", "BIANCHI GIUSEPPE", "45", "50", "12", ettogradiSecondo, "", "", "", "",
-                       "", "", "", 1, "", "000"});
+                       QVariant(), "", "", 1, "", "000"});
         Certificato(d, "UTF2", "10", "120");
         return a;
     }
@@ -127,6 +119,11 @@ TEST_F(ScaricoConferimenti, Quadratura)
 
 TEST_F(ScaricoConferimenti, FileFinaleBytePerByte)
 {
+    // Un'altra domanda, con un numero che viene prima, e un produttore: non
+    // entra nei totali della coda.
+    Produttore(Certificato(Domanda(), "ALTRO", "1", "1"), {"X", "X", "1", "1", "1", "1", "1", "1", "1", "7", "7", "7",
+                                                          "7", 1, "", "000"});
+    db().Execute("UPDATE DOMANDE_PRODUTTORI SET DOMANDA = '00000000001'");
     SeminaDomanda();
     script->Rispondi(RispostaMsg::OK);
     ASSERT_TRUE(ScaricaDomandaProduttore(uscita));
@@ -152,7 +149,7 @@ TEST_F(ScaricoConferimenti, FileFinaleBytePerByte)
     ASSERT_EQ(attese.size(), ottenute.size());
     for (qsizetype i = 0; i < attese.size(); ++i)
         EXPECT_TRUE(RecordUguale(attese.at(i), ottenute.at(i))) << "riga " << i + 1;
-    EXPECT_EQ("1 S1", Stato());
+    EXPECT_EQ("1 N0,S1", Stato());
     EXPECT_FALSE(QFile::exists(Temporaneo()));
 }
 

@@ -7,15 +7,6 @@
 #include "interchange/frmScarico.h"
 #include "record_prova.h"
 #include "shell/registro_maschere.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
-
-#include <QDate>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <functional>
 
 namespace {
 
@@ -36,9 +27,9 @@ protected:
     }
 
     // Domanda di 9 cifre con due fatture fuori ordine di numero: la "10"
-    // scritta per prima, con un nome di 75 caratteri e senza data di
-    // pagamento; la "9" con la sua bolla senza grado. Le bolle escono
-    // nell'ordine delle fatture che le portano.
+    // scritta per prima, con un nome di 75 caratteri, senza data di pagamento
+    // e senza quantità lavorata; la "9" con la sua bolla senza grado. Le bolle
+    // escono nell'ordine delle fatture che le portano.
     void SeminaDomanda(bool conFatture = true)
     {
         db().Execute("INSERT INTO DOMANDE (DOMANDA, PROGRESSIVO, STAM, SCAR, TIPO_ARTICOLO, ID_VARIETA, PROG_INVIO,"
@@ -62,8 +53,10 @@ protected:
         const qint64 f9 = f10 + 1;
         const QString bolla = "INSERT INTO BOLLE (FK_ID_FATTURA, NUMERO_BOLLA, DATA_CONSEGNA, QUANTITA_PRODOTTO,"
                               " DATA_PAGA, GRADO) VALUES (?, ?, ?, ?, ?, ?)";
-        db().Execute(bolla, {f9, "B-2", "05/03/2006", "100,0000", "21/04/2006", QVariant()});
-        db().Execute(bolla, {f10, "B-1", "02/03/2006", "750,0000", "", "12,5000"});
+        // La data di pagamento è quella della bolla, anche Null.
+        db().Execute(bolla, {f9, "B-2", "05/03/2006", "100,0000", QVariant(), QVariant()});
+        db().Execute(bolla, {f10, "B-1", "02/03/2006", "750,0000", "21/04/2006", "12,5000"});
+        db().Execute("UPDATE FATTURE SET QTA_LAVO = NULL WHERE ID_FATTURA = ?", {f10});
     }
 
     QString Finale(const QString& numero = QStringLiteral("001")) const
@@ -109,11 +102,11 @@ TEST_F(ScaricoFatture, FileFinaleBytePerByte)
             "20060420" "00014800000" + Sx("CANTINA SOCIALE DI CANELLI", 70) + Bianchi(30),
         "1" "12345678900" "01234567890     " "A" "VDT" "ANE" "RSSMRA70A01H501S" + Sx("10", 15) +
             "20060315" "00015000000" "125000" "00024500" "00000000367500" "00000000073500" "00000000441000"
-            "00000000" "00014800000" + NomeLungo.left(70) + Bianchi(30),
-        "2" "12345678900" + Sx("10", 15) + "RSSMRA70A01H501S" + Sx("B-1", 20) + "02/03/2006" "00007500000" +
-            Bianchi(10) + "125000" + Bianchi(160),
-        "2" "12345678900" + Sx("9", 15) + "RSSMRA70A01H501S" + Sx("B-2", 20) + "05/03/2006" "00001000000"
-            "21/04/2006" "000000" + Bianchi(160),
+            "00000000" "00000000000" + NomeLungo.left(70) + Bianchi(30),
+        "2" "12345678900" + Sx("10", 15) + "RSSMRA70A01H501S" + Sx("B-1", 20) + "02/03/2006" "00007500000"
+            "21/04/2006" "125000" + Bianchi(160),
+        "2" "12345678900" + Sx("9", 15) + "RSSMRA70A01H501S" + Sx("B-2", 20) + "05/03/2006" "00001000000" +
+            Bianchi(10) + "000000" + Bianchi(160),
         "9" + QString(16, '9') + "000002" "000002" + Bianchi(231),
     };
     const QStringList ottenute = LeggiRighe(Finale());
@@ -134,6 +127,11 @@ TEST_F(ScaricoFatture, FileFinaleBytePerByte)
 TEST_F(ScaricoFatture, DomandaSenzaFattureDaTestataECoda)
 {
     SeminaDomanda(false);
+    // Il file di lavoro rimasto da prima si riscrive da capo.
+    QFile vecchio(Temporaneo());
+    ASSERT_TRUE(vecchio.open(QIODevice::WriteOnly));
+    vecchio.write(QByteArray(1000, 'x'));
+    vecchio.close();
     ASSERT_TRUE(ScaricaDomanda(destinazione));
     EXPECT_EQ(QStringList({Testata("0001"), "9" + QString(16, '9') + "000000" "000000" + Bianchi(231)}),
               LeggiRighe(Finale()));

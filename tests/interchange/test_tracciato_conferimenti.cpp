@@ -3,11 +3,7 @@
 
 #include "interchange/TracciatoConferimenti.h"
 #include "record_prova.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
 
-#include <gtest/gtest.h>
 #include <tuple>
 
 using namespace TracciatoConferimenti;
@@ -190,38 +186,9 @@ QString Letto(const ProduttoreSelezionato& p)
         .join('|');
 }
 
-// Tipo_2 e Tipo_3 cercano provincia e colore nel database della sessione.
+// Tipo_2 e Tipo_3 cercano provincia e colore nel database della sessione (i
+// record interi si provano col carico).
 class TracciatoConferimentiDatabase : public ProvaConDatabase {};
-
-TEST_F(TracciatoConferimentiDatabase, RecordInteriDellaFornitura)
-{
-    db();
-    const QStringList righe = {Entrata0, Entrata1("00000004711"), Entrata2("12345", "AT"),
-                               Entrata3("BIANCO GIUSEPPE", "RO")};
-    Carico c;
-    for (int tipo = 0; tipo < righe.size(); ++tipo) {
-        ASSERT_EQ(LunghezzaRecord, righe[tipo].size());
-        EXPECT_EQ(tipo, c.LeggiRiga(righe[tipo]));
-    }
-    const IntestazioneCarico& f = c.Fornitura;
-    EXPECT_EQ("2005/2006|2005|0003|20060315|" + Sx("DISTILLERIA BOSCO SPA", 70) + "|01234567890     |10|29|1",
-              QStringList({f.Campagnafornitura, f.CAMPAGNA, f.PROGRESSIVO_fornitura, f.Data_forniture,
-                           f.Distilleria_RAGI_SOCI, f.Distilleria_CODI_FISC, f.Numero_versione, f.ARTICOLO,
-                           f.QUADRATURA})
-                  .join('|'));
-    ASSERT_EQ(2, c.Domande.size());
-    const DomandaProduttoreSelezionata& d = c.Domande[1].Domanda;
-    EXPECT_EQ("00000004711|29|500,50|",
-              QStringList({d.DOMANDA, d.TIPO_ARTICOLO, d.ANTICIPO_RICEVUTO, d.CAMPAGNA}).join('|'));
-    ASSERT_EQ(2, c.Domande[1].Certificati.size());
-    EXPECT_EQ("12345    |AT|005|ASTI|05/11/2005|1000,5000|50,2500|0,0000|0,    |12506,2500|1|00",
-              Letto(c.Domande[1].Certificati[1].Utf));
-    ASSERT_EQ(2, c.Domande[1].Certificati[1].Produttori.size());
-    // Il colore dal codice RO; i campi che il record non porta restano vuoti.
-    EXPECT_EQ("BNCGPP60B02A479X|" + Sx("BIANCO GIUSEPPE", 70) +
-                  "|00000000123|80,5000|11,5000|925,7500|10,1234|0,0000|0,0000|150,50|0,00|0,00|12,00|2|162,50|S|050|",
-              Letto(c.Domande[1].Certificati[1].Produttori[1]));
-}
 
 TEST_F(TracciatoConferimentiDatabase, ProvinciaEColoreSconosciutiLascianoICampiVuoti)
 {
@@ -282,62 +249,6 @@ TEST(TracciatoConferimentiEntrata, RecordFuoriPostoSonoErroriDiEsecuzione)
     EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(Entrata2("C1", "AT")); }));
     c.LeggiRiga(Entrata1("00000004711"));
     EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(Entrata3("P1", "RO")); }));
-}
-
-// ----------------------------------------------- dal database della sessione
-
-// Uno scarico dalle liste dei certificati e dei produttori (nomi qualificati
-// e colonne doppie) e la coda dalle due query dei totali, che sommano i soli
-// produttori della domanda: vuoti e Null valgono zero. Senza produttori la
-// coda è corta.
-
-TEST_F(TracciatoConferimentiDatabase, ScaricoDaiDatiDellaDomanda)
-{
-    Database& d = db();
-    d.Execute("INSERT INTO DOMANDE_PRODUTTORI (ID_DOMANDA_PRODUTTORE, DOMANDA, TIPO_ARTICOLO, ANTICIPO_RICEVUTO) "
-              "VALUES (1, '00000004711', '29', '500,00'), (2, '00000009999', '29', '1'), "
-              "(3, '00000005555', '29', '1')");
-    d.Execute("INSERT INTO TAB_UTF (iD_UTF, iD_DOMANDA, NUMERO_CERTIFICATO_UTF, SIGLA_UFFICIO_UTF_PROVINCIA, "
-              "DATA_EMISSIONE_CERTIFICATO, QTA_TOT_VINO_LAVORATO, QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, "
-              "QTA_TOT_ETTOGRADI_VINO_LAVORATO) SELECT ID_DOMANDA_PRODUTTORE, ID_DOMANDA_PRODUTTORE, '12345', 'AT', "
-              "'05/11/2005', '1000,5', '50,25', '12506,25' FROM DOMANDE_PRODUTTORI");
-    d.Execute("INSERT INTO PRODUTTORI (iD_PRODUTTORI, DENOMINAZIONE, AIUTO_ALCOLE_NEUTRO, AIUTO_ALCOLE_GREZZO, "
-              "AIUTO_ACQUAVITE, IMPORTO_DETRAIBILE) VALUES (1, 'PRODUTTORE 1', '1000,25', '', '100,10', '10,00'), "
-              "(2, 'P2', '500,25', NULL, ' ', '2,5'), (3, 'P3', '0,50', '20', '0', ''), (4, 'P4', '7', '7', '7', '7')");
-    d.Execute("UPDATE PRODUTTORI SET CODI_FISC = 'BNCGPP60B02A479X', CODICE_CONTRATTO_DISTILLAZIONE = '123', "
-              "ID_COLORE = 2");
-    d.Execute("INSERT INTO TAB_ID_UTF_PRODUTTORE (iD_UTF, iD_PRODUTTORE) VALUES (1, 1), (1, 2), (1, 3), (2, 4)");
-
-    Recordset certificati = d.OpenRecordset(
-        "SELECT DOMANDE_PRODUTTORI.*,TAB_UTF.*, TAB_UTF.ID_DOMANDA,TAB_UTF.NUMERO_CERTIFICATO_UTF, "
-        "TAB_UTF.DESCR_UFFICIO_UTF_PROVINCIA,TAB_UTF.DATA_EMISSIONE_CERTIFICATO From DOMANDE_PRODUTTORI LEFT JOIN "
-        "TAB_UTF ON DOMANDE_PRODUTTORI.ID_DOMANDA_PRODUTTORE = TAB_UTF.iD_DOMANDA WHERE DOMANDE_PRODUTTORI.DOMANDA = ?",
-        {"00000004711"});
-    ASSERT_FALSE(certificati.eof());
-    Scarico s;
-    EXPECT_TRUE(
-        RecordUguale(Certificato{.domanda = "00000004711"}.riga(), s.TRACCIATO_1(RigaRecordset(certificati))));
-    Recordset produttori = d.OpenRecordset(
-        "SELECT TAB_ID_UTF_PRODUTTORE.iD_TAB_ID_UP, PRODUTTORI.* FROM TAB_UTF INNER JOIN (PRODUTTORI INNER JOIN "
-        "TAB_ID_UTF_PRODUTTORE ON PRODUTTORI.iD_PRODUTTORI = TAB_ID_UTF_PRODUTTORE.iD_PRODUTTORE) "
-        "ON TAB_UTF.iD_UTF = TAB_ID_UTF_PRODUTTORE.iD_UTF  WHERE TAB_ID_UTF_PRODUTTORE.iD_UTF= 1");
-    ASSERT_FALSE(produttori.eof());
-    const Produttore atteso{.domanda = "00000004711", .nome = Sx("PRODUTTORE 1", 70), .vino = QString(11, '0'),
-                            .titolo = "000000", .ettogradi = QString(12, '0'), .neutro = QString(11, '0'),
-                            .aiutoNeutro = "00000000100025", .aiutoAcquavite = "00000000010010",
-                            .detraibile = "00000000001000", .coda = "02" " " "000" + Bianchi(48)};
-    EXPECT_TRUE(RecordUguale(atteso.riga(), s.TRACCIATO_2(RigaRecordset(produttori))));
-
-    s.ContaCertificati = 1;
-    s.ContaProduttori = 3;
-    EXPECT_TRUE(RecordUguale(InizioCoda + "000001" + "000003" + "000000000150100" + "000000000002000" +
-                                 "000000000010010" + "000000000001250" + "000000000160860" + "00000000050000" +
-                                 "000000000110860" + Bianchi(153),
-                             s.TRACCIATO_9()));
-    s.DomandaRicordata = QStringLiteral("00000005555");
-    s.ContaCertificati = 1;
-    s.ContaProduttori = 0;
-    EXPECT_TRUE(RecordUguale(InizioCoda + "000001" + "000000", s.TRACCIATO_9()));
 }
 
 }  // namespace

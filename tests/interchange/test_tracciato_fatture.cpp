@@ -3,11 +3,7 @@
 
 #include "interchange/TracciatoFatture.h"
 #include "record_prova.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
 
-#include <gtest/gtest.h>
 #include <tuple>
 
 using namespace TracciatoFatture;
@@ -183,39 +179,13 @@ QString Letta(const FatturaCarico& f)
         .join('|');
 }
 
-TEST(TracciatoFattureEntrata, RecordInteriDellaFornitura)
+// I record interi si provano col carico. Importi spezzati: parte intera
+// bianca o con segno, decimali bianchi copiati, prezzo senza spazi in coda,
+// tutti zeri.
+TEST(TracciatoFattureEntrata, ImportiSpezzati)
 {
-    const QStringList righe = {Entrata0, Entrata1("00000012345"), Entrata2("125"), Entrata3("DDT 4471/A")};
     Carico c;
-    for (int tipo = 0; tipo < righe.size(); ++tipo) {
-        ASSERT_EQ(LunghezzaRecord, righe[tipo].size());
-        EXPECT_EQ(tipo, c.LeggiRiga(righe[tipo]));
-    }
-
-    const IntestazioneCarico& t = c.Fornitura;
-    EXPECT_EQ("2005|000002|000005|000007|15/03/2006|001",
-              QStringList({t.CAMPAGNA, t.Numero_domaNDe, t.Numero_fatture, t.Numero_bolle, t.Data_forniturE,
-                           t.PROGRESSIVO_fornitura})
-                  .join('|'));
-    ASSERT_EQ(2, c.Domande.size());
-    const DomandaCarico& d = c.Domande[1];
-    EXPECT_EQ("00000012345|01|29|ANE|",
-              QStringList({d.DOMANDA, d.PROGRESSIVO, d.TIPO_ARTICOLO, d.CODI_PROD, d.ID_VARIETA}).join('|'));
-    // I testi restano come nella riga, spazi in coda compresi.
-    ASSERT_EQ(2, d.Fatture.size());
-    EXPECT_EQ("00000012345|01|125            |RSSMRA70A01H501S|" + Sx("CANTINA SOCIALE DI CANELLI", 50) +
-                  "|15/03/2006|1500,0000|12,5000|2,4500|3675,00|735,00|4410,00|20/04/2006|1480,0000|VDT|",
-              Letta(d.Fatture[1]));
-    ASSERT_EQ(2, d.Bolle.size());
-    const BollaCarico& b = d.Bolle[1];
-    EXPECT_EQ("00000012345|01|125            |RSSMRA70A01H501S|" + Sx("DDT 4471/A", 20) + "|02/03/2006|750,0000|" +
-                  Bianchi(10) + "|12,5000",
-              QStringList({b.DOMANDA, b.PROGRESSIVO, b.NUME_FATT, b.CODI_FISC, b.NUMERO_BOLLA, b.DATA_CONSEGNA,
-                           b.QUANTITA_PRODOTTO, b.DATA_PAGA, b.GRADO})
-                  .join('|'));
-
-    // Importi spezzati: parte intera bianca o con segno, decimali bianchi
-    // copiati, prezzo senza spazi in coda, tutti zeri.
+    c.LeggiRiga(Entrata1("00000012345"));
     QString r = Entrata2("125");
     r.replace(105, 11, QStringLiteral("       0500"));
     r.replace(116, 6, QStringLiteral("09 5  "));
@@ -223,10 +193,10 @@ TEST(TracciatoFattureEntrata, RecordInteriDellaFornitura)
     r.replace(130, 14, QStringLiteral("00000000000000"));
     r.replace(158, 14, QStringLiteral("   -0000001234"));
     r.replace(182, 11, QStringLiteral("1234567  12"));
-    c.LeggiRiga(r);
+    EXPECT_EQ(2, c.LeggiRiga(r));
     EXPECT_EQ("00000012345|01|125            |RSSMRA70A01H501S|" + Sx("CANTINA SOCIALE DI CANELLI", 50) +
                   "|15/03/2006|0,0500|9, 5  |2,|0,00|735,00|-12,34|20/04/2006|1234567,  12|VDT|",
-              Letta(c.Domande[1].Fatture[2]));
+              Letta(c.Domande[1].Fatture[1]));
 }
 
 // Le bolle sono della domanda: una nuova fattura riporta l'indice a zero e le
@@ -275,45 +245,6 @@ TEST(TracciatoFattureEntrata, FatturaOBollaPrimaDiUnaDomandaSonoErroriDiEsecuzio
         c.LeggiRiga(Entrata0);
         EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(r); })) << r.left(1);
     }
-}
-
-// ------------------------------------------------- dalle query di scarico
-
-class TracciatoFattureDatabase : public ProvaConDatabase {};
-
-TEST_F(TracciatoFattureDatabase, RigheDelleQueryDiScaricoConNomiQualificati)
-{
-    Database& d = db();
-    sessione().DistilleriaDati = Distilleria();
-    d.Execute("INSERT INTO DOMANDE (ID_DOMANDA, DOMANDA, PROGRESSIVO, TIPO_ARTICOLO, ID_VARIETA) "
-              "VALUES (1, '00000012345', '01', '29', 2)");
-    d.Execute("INSERT INTO FATTURE (ID_FATTURA, ID_DOMANDA, CODI_FISC, DENOMINAZIONE, NUME_FATT, DATA_FATT, DATA_PAGA, "
-              "QTA_PROD, GRAD, PREZ_MINI, IMPO, IVA, IMPO_TOTA, ID_LAVORAZIONE) VALUES (1, 1, 'RSSMRA70A01H501S', "
-              "'CANTINA SOCIALE', '125', '15/03/2006', '20/04/2006', '1500,0000', '12,5000', '2,4500', '3675,00', "
-              "'735,00', '4410,00', 1)");
-    d.Execute("INSERT INTO BOLLE (FK_ID_FATTURA, NUMERO_BOLLA, DATA_CONSEGNA, QUANTITA_PRODOTTO, GRADO) "
-              "VALUES (1, 'DDT 4471/A', '02/03/2006', '750,0000', '12,5000')");
-    Scarico scarico;
-    Recordset fatture = d.OpenRecordset(QStringLiteral(
-        "SELECT DOMANDE.* , FATTURE.*,  VARIETA.CODI_PROD AS PRODOTTO, VARIETA.DESC_PROD AS DESCRIZIONE_PRODOTTO, "
-        " LAVORAZIONI.CODI_LAVO, LAVORAZIONI.DESC_LAVO  FROM DOMANDE,FATTURE,VARIETA, LAVORAZIONI "
-        " WHERE DOMANDE.ID_DOMANDA=FATTURE.ID_DOMANDA AND DOMANDE.ID_VARIETA = VARIETA.ID_VARIETA"
-        " AND FATTURE.ID_LAVORAZIONE=LAVORAZIONI.ID_LAVORAZIONE"));
-    ASSERT_FALSE(fatture.eof());
-    // QTA_LAVO Null e un nome corto.
-    EXPECT_TRUE(RecordUguale(Uscita1{.lavorata = QString(11, '0'), .nome = Sx("CANTINA SOCIALE", 70)}.riga(),
-                             scarico.TRACCIATO_1(RigaRecordset(fatture))));
-
-    // DATA_PAGA c'è due volte: quella della bolla (Null) è l'ultima.
-    Recordset bolle = d.OpenRecordset(
-        QStringLiteral("SELECT DOMANDE.* , FATTURE.*,BOLLE.*  FROM DOMANDE, FATTURE, BOLLE"
-                       " WHERE DOMANDE.ID_DOMANDA=FATTURE.ID_DOMANDA AND FATTURE.ID_FATTURA=BOLLE.FK_ID_FATTURA"));
-    ASSERT_FALSE(bolle.eof());
-    EXPECT_TRUE(RecordUguale(Uscita2{.pagamento = Bianchi(10)}.riga(),
-                             scarico.TRACCIATO_2(RigaRecordset(bolle))));
-
-    Recordset uno = d.OpenRecordset(QStringLiteral("SELECT 1 AS UNO"));
-    EXPECT_EQ(3265, NumeroErrore([&] { scarico.TRACCIATO_2(RigaRecordset(uno)); }));
 }
 
 }  // namespace

@@ -2,12 +2,7 @@
 // Fixture delle prove delle fatture: una domanda scelta in DomandaSel, fatture
 // e bolle seminate con chiavi fisse.
 
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
-
-#include <gtest/gtest.h>
+#include "support/prova.h"
 
 class ProvaFatture : public ProvaConDatabase {
 protected:

@@ -1,38 +1,11 @@
 #pragma once
 // Aiuti delle prove delle maschere delle fatture: maschere mostrate e attive,
-// azioni sulle finestre modali mentre il loro exec() è in corso.
+// righe scelte nelle griglie.
 
 #include "fatture_prova.h"
+#include "support/maschere_finte.h"
 
-#include <QApplication>
-#include <QComboBox>
 #include <QDialog>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTableView>
-#include <QTest>
-#include <QTimer>
-#include <functional>
-
-// Esegue "azione" sulla finestra modale di nome "nome" appena è a video.
-inline void QuandoModale(const QString& nome, std::function<void(QDialog*)> azione)
-{
-    auto* timer = new QTimer;
-    timer->setInterval(5);
-    QObject::connect(timer, &QTimer::timeout, [timer, nome, azione] {
-        auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!d || d->objectName() != nome || !d->isVisible())
-            return;
-        timer->stop();
-        timer->deleteLater();
-        // Attiva, perché il fuoco e la validazione all'uscita dai campi funzionino.
-        d->activateWindow();
-        if (!QTest::qWaitForWindowActive(d))
-            ADD_FAILURE() << "finestra non attiva: " << nome.toStdString();
-        azione(d);
-    });
-    timer->start();
-}
 
 template <typename M>
 void Mostra(M* maschera)

@@ -9,7 +9,6 @@
 #include "maschere_prova.h"
 #include "shell/registro_maschere.h"
 
-#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QProcess>
 #include <QThread>

@@ -1,16 +1,11 @@
 // I conti della fattura: tolleranza dell'imponibile, totale, somma delle
 // bolle contro il distillato, prima data di consegna.
 #include "invoices/ContiFatture.h"
-#include "support/verifiche.h"
-
-#include <gtest/gtest.h>
+#include "support/prova.h"
 
 namespace {
 
-struct CasoImponibile {
-    const char *grado, *prodotto, *prezzo, *imponibile;
-    bool chiede;
-};
+struct CasoImponibile { const char *grado, *prodotto, *prezzo, *imponibile; bool chiede; };
 
 TEST(ContiFatture, ImponibileConTolleranzaInclusa)
 {
@@ -36,10 +31,7 @@ TEST(ContiFatture, ImponibileConTolleranzaInclusa)
 
 TEST(ContiFatture, TotaleSenzaTolleranza)
 {
-    const struct {
-        const char *impo, *iva, *totale;
-        bool chiede;
-    } casi[] = {
+    const struct { const char *impo, *iva, *totale; bool chiede; } casi[] = {
         {"1000,00", "200,00", "1200,00", false}, {"1000,00", "200,00", "1200,01", true},
         {"1000,00", "200,00", "1199,99", true},  {"1000,00", "0,00", "1000,00", false},
         {"0,10", "0,20", "0,30", false},  // in doppia precisione 0,1 + 0,2 non fa 0,3
@@ -55,10 +47,7 @@ TEST(ContiFatture, SommaDelleBolleControIlDistillato)
 {
     const QString testa = QStringLiteral("La somma delle quantità di prodotto consegnata\r\n"
                                          "è maggiore della quantità totale distillata.\r\n");
-    const struct {
-        double altre;
-        const char *quantita, *distillata, *messaggio;
-    } casi[] = {
+    const struct { double altre; const char *quantita, *distillata, *messaggio; } casi[] = {
         {60.0, "40,0000", "100,0000", nullptr},
         {60.0, "40,0001", "100,0000", "Somma inserita 100,0001 somma consentita 100,0000"},
         {0.0, "100,0000", "100", nullptr},        // l'uguaglianza passa

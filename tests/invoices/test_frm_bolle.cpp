@@ -4,7 +4,6 @@
 #include "maschere_prova.h"
 
 #include <QGroupBox>
-#include <memory>
 
 namespace {
 
@@ -116,10 +115,7 @@ TEST_F(ProvaBolle, DueFacce)
 
 TEST_F(ProvaBolle, CampiObbligatori)
 {
-    const struct {
-        int indice;
-        const char *valore, *messaggio;
-    } casi[] = {
+    const struct { int indice; const char *valore, *messaggio; } casi[] = {
         {1, " ", "Numero bolla campo obbligatorio. "},
         {2, "", "Data consegna campo obbligatorio. "},
         {3, "0,0000", "Quantità di prodotto consegnata campo obbligatorio. "},
@@ -153,11 +149,7 @@ TEST_F(ProvaBolle, ModificaECancellaRifiutanoECancellano)
     Bolla(12, 2, QStringLiteral("ALTRA"), QStringLiteral("03/01/2006"), QStringLiteral("40,0000"));
     Apri();
     ASSERT_EQ(maschera->tdbgBolle->model()->rowCount(), 2);
-    const struct {
-        std::initializer_list<int> righe;
-        int pulsante;
-        const char* messaggio;
-    } rifiuti[] = {
+    const struct { std::initializer_list<int> righe; int pulsante; const char* messaggio; } rifiuti[] = {
         {{}, 0, "Selezionare una bolla di consegna da modificare."},
         {{0, 1}, 0, "Selezionare una sola bolla di consegna da modificare."},
         {{}, 3, "Nessuna bolla selezionata."},
@@ -196,10 +188,7 @@ TEST_F(ProvaBolle, ModificaECancellaRifiutanoECancellano)
 
 TEST_F(ProvaBolle, UscitaConLaPrimaData)
 {
-    const struct {
-        QStringList date;
-        const char* attesa;
-    } casi[] = {
+    const struct { QStringList date; const char* attesa; } casi[] = {
         {{"15/02/2006", "14/03/2005", "01/02/2006"}, "14/03/2005"},
         {{}, ""},
     };

@@ -6,21 +6,11 @@
 #include "invoices/registra_liste_domande.h"
 #include "shell/FrmMenu.h"
 #include "shell/registro_maschere.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
+#include "support/prova.h"
 #include "support/maschere_finte.h"
-#include "support/verifiche.h"
 
 #include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTableView>
-#include <QTest>
 
 namespace {
 
@@ -205,12 +195,7 @@ TEST_F(ListaFatture, TastiDeiCampiDiRicercaEInvio)
 TEST_F(ListaFatture, RegoleDiSelezioneEConsegna)
 {
     const QString nessuna = u"Selezionare almeno una domanda."_s;
-    const struct {
-        int codice, pulsante;
-        QList<int> selezionate;
-        int corrente;
-        QString messaggio, aperta;
-    } casi[] = {
+    const struct { int codice, pulsante; QList<int> selezionate; int corrente; QString messaggio, aperta; } casi[] = {
         {1, 4, {}, 0, nessuna, {}},
         {1, 4, {0, 3}, 3, u"Selezionare una domanda alla volta."_s, {}},
         {1, 4, {4}, 4, {}, u"FrmSelezionaFatture I 3 00000000003/02 2005"_s},
@@ -258,11 +243,7 @@ TEST_F(ListaFatture, DopoLaMascheraSeguenteLaListaSiRicostruisce)
 TEST_F(ListaFatture, Cancellazione)
 {
     const QString domanda = u"Confermi la cancellazione della domanda : "_s;
-    const struct {
-        int riga, risposta;
-        Messaggi dopo;
-        int restano;
-    } casi[] = {
+    const struct { int riga, risposta; Messaggi dopo; int restano; } casi[] = {
         {0, RispostaMsg::Si, {{u"Operazione non eseguita, verificare eventuale presenza di fatture."_s, 48, u""_s}}, 4},
         {2, RispostaMsg::No, {}, 4},
         {2, RispostaMsg::Si, {{u"Operazione correttamente eseguita."_s, 64, u""_s}}, 3},
@@ -289,11 +270,7 @@ TEST_F(ListaFatture, VerificaCongruenzaQuantitaProdotto)
 {
     const QString incongruenze = u"La domanda presenta incogruenze tra la somma\r\ndel prodotto distillato delle "
                                  u"fatture e la somma del prodotto delle bolle di consegna."_s;
-    const struct {
-        int riga;
-        bool esito;
-        Messaggi messaggi;
-    } casi[] = {
+    const struct { int riga; bool esito; Messaggi messaggi; } casi[] = {
         {0, false, {{incongruenze + u"\r\n - CANTINA NOVE fattura n° 9"_s, 64, u"Elenco  Domande "_s}}},
         {1, true, {}},  // 1000,0001 e 1000 sono uguali in singola precisione
         {3, false,
@@ -315,11 +292,7 @@ TEST_F(ListaFatture, VerificaCongruenzaQuantitaProdotto)
 TEST_F(ListaFatture, UnGuastoPassaDalRegistroELaMascheraRestaAperta)
 {
     script->AccettaMessaggiSenzaRisposta();
-    const struct {
-        int codice, pulsante;
-        const char* guasto;
-        QString etichetta;
-    } casi[] = {
+    const struct { int codice, pulsante; const char* guasto; QString etichetta; } casi[] = {
         // Senza il report nella cartella del programma la stampa fallisce
         // dentro STAMPA: la domanda non si segna stampata.
         {5, 8, "UPDATE DOMANDE SET STAM = 'N' WHERE ID_DOMANDA = 1", u"FrmSelezioneLOAD Stampa"_s},
@@ -346,10 +319,7 @@ TEST_F(ListaFatture, UnGuastoPassaDalRegistroELaMascheraRestaAperta)
 TEST_F(ListaFatture, Aiuto)
 {
     // F1 sulla griglia mostra l'aiuto due volte; il pulsante una.
-    const struct {
-        int codice, pulsante;
-        QString argomento;
-    } casi[] = {
+    const struct { int codice, pulsante; QString argomento; } casi[] = {
         {0, 13, u"FRMSELEZIONE_DOMA"_s},
         {1, 11, u"FRMSELEZIONE_FATTU"_s},
         {3, 11, u"FRMSELEZIONE_CAMBIO"_s},

@@ -1,10 +1,5 @@
 #include "stampa_prova.h"
 
-#include "shell/session_state.h"
-#include "store/database.h"
-
-#include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 

@@ -2,10 +2,7 @@
 // Aiuti delle prove di stampa: i modelli dei report copiati nella cartella di
 // prova, il testo delle pagine di un PDF letto con pdftotext.
 
-#include "support/cartella_prova.h"
-
-#include <QString>
-#include <QStringList>
+#include "support/prova.h"
 
 // Copia data/Report/* nella cartella Report/ del programma di prova.
 void CopiaModelli(const QString& cartellaProgramma);

@@ -2,17 +2,10 @@
 // composizione in pagine e gruppi, i guasti con il loro numero.
 #include "common/piattaforma.h"
 #include "printing/MotoreReport.h"
-#include "shell/session_state.h"
 #include "stampa_prova.h"
-#include "store/database.h"
-#include "support/errori_prova.h"
-#include "support/verifiche.h"
 
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QTextDocument>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -20,10 +13,7 @@ using namespace Qt::StringLiterals;
 
 TEST(Formule, NomeEValore)
 {
-    struct Caso {
-        QString testo, nome, valore;
-        int errore;
-    };
+    struct Caso { QString testo, nome, valore; int errore; };
     const Caso casi[] = {
         {u"CAMPAGNA = '2005/2006'"_s, u"CAMPAGNA"_s, u"2005/2006"_s, 0},
         {u"SOMMA_IVAS = ''"_s, u"SOMMA_IVAS"_s, QString(), 0},

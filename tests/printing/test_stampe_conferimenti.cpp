@@ -2,13 +2,7 @@
 // produttori, il certificato UTF; le query rifatte prima di ogni stampa.
 #include "common/piattaforma.h"
 #include "printing/StampeConferimenti.h"
-#include "shell/session_state.h"
 #include "stampa_prova.h"
-#include "store/database.h"
-#include "support/verifiche.h"
-
-#include <QFile>
-#include <gtest/gtest.h>
 
 namespace {
 

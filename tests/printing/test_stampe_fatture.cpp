@@ -4,14 +4,7 @@
 #include "printing/StampeFatture.h"
 #include "printing/registra_stampe.h"
 #include "shell/registro_maschere.h"
-#include "shell/session_state.h"
 #include "stampa_prova.h"
-#include "store/database.h"
-#include "support/verifiche.h"
-
-#include <QDir>
-#include <QFile>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -101,10 +94,7 @@ TEST_F(StampeFatture, UnFoglioPerPaginaInOrdineNumericoETotaliInFondo)
 
 TEST_F(StampeFatture, ValoriDelleFormule)
 {
-    struct Caso {
-        QString ragione, chiave, iva;
-        QStringList presenti, assenti;
-    };
+    struct Caso { QString ragione, chiave, iva; QStringList presenti, assenti; };
     const Caso casi[] = {
         {u"Distilleria dell'Etna"_s, u"2003"_s, u"5"_s, {u"Distilleria dell'Etna"_s, u"2003/2004"_s}, {u"2005/2006"_s}},
         {u"Vini d'Oro \"Riserva\""_s, u"2005"_s, u"5"_s, {u"Vini d'Oro \"Riserva\""_s}, {}},
@@ -177,11 +167,7 @@ TEST_F(StampeFatture, StampaNonRiuscitaNonSegna)
 
 TEST_F(StampeFatture, BolleDiUnaDomandaPerFattura)
 {
-    struct Caso {
-        const char* nome;
-        bool conBolle;
-        QStringList presenti, assenti;
-    };
+    struct Caso { const char* nome; bool conBolle; QStringList presenti, assenti; };
     const Caso casi[] = {
         {"con bolle",
          true,

@@ -6,18 +6,11 @@
 #include "shell/frmInizializza.h"
 #include "shell/registra_distilleria.h"
 #include "shell/registro_maschere.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "modale_di_prova.h"
-#include "support/verifiche.h"
+#include "support/prova.h"
+#include "support/maschere_finte.h"
 
 #include <QAction>
-#include <QLineEdit>
 #include <QMdiArea>
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -96,10 +89,7 @@ TEST_F(Inizializza, CampiPulsantiEEsciSenzaSalvare)
     Inserisci(CfValido, QStringLiteral("R"), QStringLiteral("I"));
     frmInizializza& f = Apri();
     // Lunghezze, maiuscole, vocali accentate con l'apostrofo, caratteri fuori dall'insieme ammesso persi.
-    const struct {
-        int indice, lunghezza;
-        QString battuto, atteso;
-    } campi[] = {
+    const struct { int indice, lunghezza; QString battuto, atteso; } campi[] = {
         {1, 16, QStringLiteral("dst*frm\"70"), QStringLiteral("DSTFRM70")},
         {2, 30, QStringLiteral("cantina \"perché\" & c."), QStringLiteral("CANTINA PERCHE' & C.")},
         {3, 30, QStringLiteral("via là, 3/b #2"), QStringLiteral("VIA LA', 3/B 2")},
@@ -111,8 +101,6 @@ TEST_F(Inizializza, CampiPulsantiEEsciSenzaSalvare)
         Scrivi(f.TxtDISTDati(c.indice), c.battuto);
         EXPECT_EQ(f.TxtDISTDati(c.indice)->text(), c.atteso);
     }
-    EXPECT_EQ(QStringList({f.Cmddati[0]->text(), f.Cmddati[1]->text(), f.Cmddati[2]->text()}),
-              QStringList({"Salva", "Esci", "Help"}));
     QTest::mouseClick(f.Cmddati[1], Qt::LeftButton);
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(script->terminato);
@@ -138,7 +126,9 @@ TEST_F(Inizializza, PrimoAvvio)
         bool terminato = false, menuVisibile = false, chiusa = false;
         int figli = -1, messaggiPrima = -1;
         QString titolo;
-        AttesaModale attesa(QStringLiteral("frmInizializza"), [&](QDialog* d) {
+        bool eseguita = false;
+        QuandoModale(QStringLiteral("frmInizializza"), [&](QDialog* d) {
+            eseguita = true;
             auto* f = qobject_cast<frmInizializza*>(d);
             menuVisibile = FrmMenu::Istanza() && FrmMenu::Istanza()->isVisible();
             figli = FrmMenu::Istanza()->AreaMdi()->subWindowList().size();
@@ -158,7 +148,7 @@ TEST_F(Inizializza, PrimoAvvio)
         });
         FrmMenu& menu = FrmMenu::Carica();
         menu.show();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return attesa.eseguita(); }, 5000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return eseguita; }, 5000));
         EXPECT_TRUE(menuVisibile);
         EXPECT_EQ(figli, 0);
         EXPECT_EQ(messaggiPrima, 0);
@@ -181,10 +171,7 @@ TEST_F(Inizializza, PrimoAvvio)
 TEST_F(Inizializza, RifiutiConMessaggioEFuoco)
 {
     const QString Salvataggio = QStringLiteral("Salvataggio ");
-    const struct {
-        QString cf, ragione, indirizzo, messaggio, titolo;
-        int fuoco;
-    } casi[] = {
+    const struct { QString cf, ragione, indirizzo, messaggio, titolo; int fuoco; } casi[] = {
         {QStringLiteral("1234567890123456"), "R", "I", QStringLiteral("P. IVA non corretta. "), Titolo, 1},
         {QStringLiteral("02468135798"), "R", "I", QStringLiteral("P. IVA non corretta. "), Titolo, 1},
         {QStringLiteral("DSTFRM70C12Z404A"), "R", "I", QStringLiteral("Codice fiscale non corretto. "), Titolo, 1},
@@ -215,8 +202,9 @@ TEST_F(Inizializza, CambioDelCodiceDalMenuAggiornaLaRigaDelVecchioCodice)
     Inserisci(PivaValida2, QStringLiteral("ALTRA"), QStringLiteral("ALTROVE"));
     script->Rispondi(RispostaMsg::OK);
     QStringList campiIniziali;
-    bool chiusa = false;
-    AttesaModale attesa(QStringLiteral("frmInizializza"), [&](QDialog* d) {
+    bool chiusa = false, eseguita = false;
+    QuandoModale(QStringLiteral("frmInizializza"), [&](QDialog* d) {
+        eseguita = true;
         auto* f = qobject_cast<frmInizializza*>(d);
         for (int i = 1; i <= 3; ++i)
             campiIniziali << f->TxtDISTDati(i)->text();
@@ -229,10 +217,10 @@ TEST_F(Inizializza, CambioDelCodiceDalMenuAggiornaLaRigaDelVecchioCodice)
     FrmMenu& menu = FrmMenu::Carica();
     menu.show();
     QTest::qWait(100);
-    ASSERT_FALSE(attesa.eseguita());
+    ASSERT_FALSE(eseguita);
     EXPECT_EQ(sessione().DistilleriaDati.RAGI_SOCI, QStringLiteral("DISTILLERIA VECCHIA"));
     menu.findChild<QAction*>(QStringLiteral("mnuSistema_1"))->trigger();
-    ASSERT_TRUE(attesa.eseguita());
+    ASSERT_TRUE(eseguita);
     EXPECT_EQ(campiIniziali, QStringList({CfValido, "DISTILLERIA VECCHIA", "VIA VECCHIA 1"}));
     EXPECT_TRUE(chiusa);
     EXPECT_EQ(Distilleria(), QStringList({PivaValida + "|DISTILLERIA NUOVA|VIA VECCHIA 1", PivaValida2 + "|ALTRA|ALTROVE"}));

@@ -1,12 +1,7 @@
 // Lettura della distilleria: tabella vuota, una riga, valori Null, più righe.
 #include "common/errore.h"
 #include "shell/LeggiDistilleria.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
-
-#include <gtest/gtest.h>
+#include "support/prova.h"
 
 namespace {
 

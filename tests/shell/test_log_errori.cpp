@@ -1,14 +1,9 @@
 // Registro degli errori: riga in LOGERR, messaggio all'utente, e fine del
 // programma quando il registro stesso non si può scrivere.
 #include "common/log_errori.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
+#include "support/prova.h"
 
-#include <QDate>
 #include <QRegularExpression>
-#include <gtest/gtest.h>
 
 namespace {
 

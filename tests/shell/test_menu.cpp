@@ -2,21 +2,14 @@
 // maschere registrate, domanda di uscita.
 #include "shell/FrmMenu.h"
 #include "shell/registro_maschere.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
+#include "support/prova.h"
 
 #include <QAction>
 #include <QDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPointer>
-#include <QTest>
 #include <QTimer>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -67,19 +60,6 @@ protected:
     QMap<QString, int> create;
 };
 
-// Le voci come le elenca la barra, una riga per voce:
-// livello|didascalia|nome|indice|disponibile ("-" per i separatori).
-void Elenca(const QList<QAction*>& azioni, int livello, QStringList& righe)
-{
-    for (QAction* a : azioni) {
-        righe << u"%1|%2|%3|%4|%5"_s.arg(livello).arg(a->isSeparator() ? u"-"_s : a->text(), a->objectName(),
-                                                       a->property("Index").toString(),
-                                                       a->isEnabled() ? u"si"_s : u"no"_s);
-        if (a->menu())
-            Elenca(a->menu()->actions(), livello + 1, righe);
-    }
-}
-
 // Un guasto nel caricamento non esce dal ciclo degli eventi: numero e
 // descrizione a video, poi il processo termina.
 TEST_F(Menu, UnGuastoNelCaricamentoTermina)
@@ -107,7 +87,7 @@ TEST_F(Menu, UnGuastoNelCaricamentoTermina)
     }
 }
 
-TEST_F(Menu, IlCaricamentoApreLaConnessioneVerificaLaDistilleriaEMostraLAlberoDelleVoci)
+TEST_F(Menu, IlCaricamentoApreLaConnessioneEVerificaLaDistilleria)
 {
     QList<bool> verifiche;  // una per chiamata: la connessione era aperta?
     RegistraAzione(NomiAzioni::VerificaDistilleria,
@@ -118,30 +98,6 @@ TEST_F(Menu, IlCaricamentoApreLaConnessioneVerificaLaDistilleriaEMostraLAlberoDe
     EXPECT_TRUE(sessione().DbDistilleria && sessione().DbDistilleria->aperto());
     EXPECT_TRUE(script->messaggi.isEmpty());
 
-    QStringList righe;
-    Elenca(m.menuBar()->actions(), 1, righe);
-    const QStringList attese = {
-        u"1|Gestione|mnuGest||si"_s, u"2|Fatturazione|mnuGestDist_1|1|si"_s,
-        u"3|Domande|mnuDist_1|1|si"_s, u"3|Fatture|mnuDist_2|2|si"_s, u"3|-|mnuDist_3|3|si"_s,
-        u"3|Cambio N° Domanda|mnuDist_4|4|si"_s, u"3|-|mnuDist_5|5|si"_s, u"3|Stampe|mnuDist_6|6|si"_s,
-        u"3|Stampe Bolle|mnuDist_7|7|no"_s, u"3|-|mnuDist_8|8|si"_s, u"3|Scarico Domande|mnuDist_9|9|si"_s,
-        u"3|-|mnuDist_10|10|si"_s, u"3|Carico fornitura|mnuDist_11|11|si"_s,
-        u"2|-|mnuGestDist_2|2|si"_s, u"2|Conferimenti|mnuGestDist_3|3|si"_s,
-        u"3|Domande|mnuDistprod_1|1|si"_s, u"3|Produttore|mnuDistprod_2|2|no"_s,
-        u"3|Certificati UTF|mnuDistprod_3|3|si"_s, u"3|-|mnuDistprod_4|4|si"_s, u"3|Cambio N° |mnuDistprod_5|5|si"_s,
-        u"4|Domanda|mnuDistCambio_1|1|si"_s, u"4|Certificato UTF|mnuDistCambio_2|2|si"_s,
-        u"3|-|mnuDistprod_6|6|si"_s, u"3|Stampe riepilogative|mnuDistprod_7|7|si"_s,
-        u"4|Domanda|mnuDistprodstampa_1|1|si"_s, u"4|Prospetto a saldo|mnuDistprodstampa_2|2|no"_s,
-        u"4|UTF|mnuDistprodstampa_3|3|si"_s,
-        u"3|-|mnuDistprod_8|8|si"_s, u"3|Scarica Domanda|mnuDistprod_9|9|si"_s, u"3|-|mnuDistprod_10|10|si"_s,
-        u"3|Carico fornitura|mnuDistprod_11|11|si"_s,
-        u"2|-|mnuGestDist_4|4|si"_s, u"2|Esci|mnuGestDist_5|5|si"_s,
-        u"1|Funzioni di sistema|Sistema||si"_s, u"2|Inizializza Distilleria|mnuSistema_1|1|si"_s,
-        u"2|Archivi|mnuSistema_2|2|si"_s, u"3|Backup|mnuAr_0|0|si"_s, u"3|Restore|mnuAr_1|1|si"_s,
-        u"2|Registro errori|mnuSistema_3|3|si"_s,
-        u"1|Versione|mnVer||si"_s, u"1|Help|mnuhelp||si"_s,
-    };
-    EXPECT_EQ(righe, attese);
 }
 
 TEST_F(Menu, OgniVoceImpostaCodiceTitoloEApreLaSuaMascheraFigliaDelMenu)
@@ -176,6 +132,34 @@ TEST_F(Menu, OgniVoceImpostaCodiceTitoloEApreLaSuaMascheraFigliaDelMenu)
         ASSERT_EQ(m.AreaMdi()->subWindowList().size(), 1);
         EXPECT_EQ(m.AreaMdi()->subWindowList()[0]->widget(), m.MascheraAperta(c.maschera));
     }
+}
+
+// Ogni nome che il menu e le liste aprono è registrato con la sua apertura e
+// fabbrica la maschera che porta quel nome.
+TEST_F(Menu, OgniMascheraRegistrataConLaSuaApertura)
+{
+    RegistraMaschereDelSistema();
+    db();
+    script->AccettaMessaggiSenzaRisposta();
+    const QStringList mdi{u"FrmSelezione"_s, u"FrmProduttori_Selezione"_s, u"frmCarico"_s, u"FrmProduttore_carico"_s,
+                          u"frmRegistroErrori"_s};
+    for (const char* nome : {"FrmSelezione", "FrmProduttori_Selezione", "frmCarico", "FrmProduttore_carico",
+                             "frmRegistroErrori", "frmInizializza", "frmAbout", "FrmHelp", "FrmDomanda",
+                             "frmCambioDomanda", "FrmSelezionaFatture", "FrmFattura", "frmBolleConsegne", "frmScarico",
+                             "Frmproduttore_Domanda", "frmProduttori_CambioDomanda", "frmProduttori_CambioUtf",
+                             "FrmProduttore_SelezionaProd", "frmProduttore_Utf", "frmProduttoriNoAssociati",
+                             "FrmProduttore", "frmProduttori_Scarico"}) {
+        SCOPED_TRACE(nome);
+        const MascheraRegistrata* m = TrovaMaschera(QString::fromLatin1(nome));
+        ASSERT_NE(m, nullptr);
+        EXPECT_EQ(m->apertura, mdi.contains(QString::fromLatin1(nome)) ? Apertura::FiglioMdi : Apertura::Modale);
+        std::unique_ptr<QWidget> w(m->fabbrica(nullptr));
+        ASSERT_NE(w, nullptr);
+        if (QLatin1String(nome) != QLatin1String("frmProduttori_Scarico")) {  // è il frmScarico dei conferimenti
+            EXPECT_EQ(w->objectName(), QString::fromLatin1(nome));
+        }
+    }
+    EXPECT_NE(TrovaAzione(NomiAzioni::StampaBolleMenu), nullptr);
 }
 
 TEST_F(Menu, UnaMascheraApertaVieneRiusataEDopoLaChiusuraRicreata)

@@ -1,16 +1,10 @@
 // Facciata del database: apertura e suoi errori, letture e scritture,
 // regole su Null e maiuscole, funzioni SQL del dialetto, definizioni e viste.
 #include "common/errore.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/errori_prova.h"
-#include "support/verifiche.h"
+#include "support/prova.h"
 
 #include <QCryptographicHash>
-#include <QFile>
 #include <QProcess>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -218,20 +212,6 @@ TEST_F(Operazioni, TabelleEVisteDaDefinire)
     db().EliminaQuery(u"SQLREPORTUTF"_s);
     EXPECT_FALSE(db().QueryDefs().contains(u"sqlReportUTF"_s));
     EXPECT_EQ(NumeroErrore([&] { db().EliminaQuery(u"sqlReportUTF"_s); }), 3265);
-}
-
-TEST_F(Operazioni, VisteDiStampaConsegnate)
-{
-    const qint64 domanda = db().InserisciRiga(u"DOMANDE"_s, {{u"DOMANDA"_s, u"00000000042"_s}, {u"PROGRESSIVO"_s, u"01"_s},
-                                                            {u"TIPO_ARTICOLO"_s, u"29"_s}, {u"ID_VARIETA"_s, 1}});
-    const qint64 fattura = db().InserisciRiga(
-        u"FATTURE"_s, {{u"ID_DOMANDA"_s, domanda}, {u"NUME_FATT"_s, u"7"_s}, {u"ID_LAVORAZIONE"_s, 1}});
-    db().InserisciRiga(u"BOLLE"_s, {{u"FK_ID_FATTURA"_s, fattura}, {u"NUMERO_BOLLA"_s, u"B9"_s}});
-    EXPECT_EQ(Righe(db(), u"SELECT NUME_FATT, CODI_PROD, CODI_LAVO FROM Queryreport "
-                          "WHERE DOMANDA = '00000000042' AND PROGRESSIVO = '01'"_s),
-              QStringList{u"7|AGR|VDT"_s});
-    EXPECT_EQ(Righe(db(), u"SELECT NUMERO_BOLLA, PROGRESSIVO FROM Queryreport_bolle WHERE DOMANDA = '00000000042'"_s),
-              QStringList{u"B9|01"_s});
 }
 
 }  // namespace

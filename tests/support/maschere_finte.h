@@ -1,17 +1,21 @@
 #pragma once
 // Maschere finte registrate sotto i nomi di quelle che una lista apre: un
 // QDialog che annota di essere stato aperto, con ciò che la sessione teneva in
-// quel momento (la "fotografia" scelta dal test), e si chiude da solo.
+// quel momento (la "fotografia" scelta dal test), e si chiude da solo. E le
+// azioni su una finestra modale mentre il suo exec() è in corso.
 
 #include "shell/registro_maschere.h"
 
 #include <QAbstractItemModel>
+#include <QApplication>
 #include <QDialog>
 #include <QItemSelectionModel>
 #include <QTableView>
 #include <QStringList>
+#include <QTest>
 #include <QTimer>
 #include <functional>
+#include <gtest/gtest.h>
 
 class MaschereFinte {
 public:
@@ -52,4 +56,24 @@ inline void SelezionaRighe(QTableView* griglia, const QList<int>& righe, int cor
     for (int r : righe)
         sel->select(modello->index(r, colonna), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     sel->setCurrentIndex(modello->index(corrente, colonna), QItemSelectionModel::NoUpdate);
+}
+
+// Esegue "azione" sulla finestra modale di nome "nome" appena è a video.
+inline void QuandoModale(const QString& nome, std::function<void(QDialog*)> azione)
+{
+    auto* timer = new QTimer;
+    timer->setInterval(5);
+    QObject::connect(timer, &QTimer::timeout, [timer, nome, azione] {
+        auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!d || d->objectName() != nome || !d->isVisible())
+            return;
+        timer->stop();
+        timer->deleteLater();
+        // Attiva, perché il fuoco e la validazione all'uscita dai campi funzionino.
+        d->activateWindow();
+        if (!QTest::qWaitForWindowActive(d))
+            ADD_FAILURE() << "finestra non attiva: " << nome.toStdString();
+        azione(d);
+    });
+    timer->start();
 }
