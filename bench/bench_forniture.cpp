@@ -22,6 +22,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+#include "dimensioni.h"
+
 #include <benchmark/benchmark.h>
 #include <ctime>
 #include <sqlite3.h>
@@ -29,10 +31,10 @@
 
 namespace {
 
-constexpr int Domande = 10000;
+const int Domande = Bench::Dimensione(10000, 30);
 constexpr int FatturePerDomanda = 10;
 constexpr int BollePerFattura = 2;
-constexpr int FattureScarico = 10000;
+const int FattureScarico = Bench::Dimensione(10000);
 
 // Risponde a ogni messaggio senza mostrarlo: OK, e No alle domande.
 class PiattaformaMuta final : public Piattaforma {
@@ -251,9 +253,7 @@ int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     ImpostaPiattaforma(std::make_unique<PiattaformaMuta>());
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
+    const int esito = Bench::Esegui(argc, argv);
     sessione().DbDistilleria.reset();
-    return 0;
+    return esito;
 }

@@ -32,11 +32,13 @@
 #include <QScrollBar>
 #include <QTableView>
 #include <QTemporaryDir>
+#include "dimensioni.h"
+
 #include <benchmark/benchmark.h>
 
 namespace {
 
-constexpr int NumeroFatture = 100000;
+const int NumeroFatture = Bench::Dimensione(100000);
 
 // Database consegnato con le fatture generate; "domande" domande in parti uguali.
 std::unique_ptr<QTemporaryDir> Genera(int domande)
@@ -130,7 +132,7 @@ void Modo1OrdinatoSenzaIndice(benchmark::State& stato)
 
 void Fatture2(benchmark::State& stato) { Misura(stato, 1, {QStringLiteral("FATTURE2"), QString()}); }
 
-constexpr int NumeroDomande = 100000;
+const int NumeroDomande = Bench::Dimensione(100000);
 
 // Database consegnato con 100 000 domande, ciascuna con una fattura (ramo
 // fatture) o 100 000 domande del distillatore (ramo conferimenti).
@@ -247,8 +249,5 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return Bench::Esegui(argc, argv);
 }
