@@ -7,7 +7,8 @@
 // - scarico di una domanda di 10 000 fatture (con una bolla ciascuna).
 // Misurato su queste macchine (Release, due processori condivisi): carico
 // 2,3 s contro 0,78 s del pavimento (rapporto 0,35; 0,36 in processore);
-// scarico 150 ms (110 ms di processore).
+// scarico 60-80 ms di processore (prima 100-110 ms), il tempo reale dipende
+// dal carico della macchina.
 
 #include "common/piattaforma.h"
 #include "interchange/CaricoFatture.h"
