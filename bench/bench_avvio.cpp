@@ -9,7 +9,7 @@
 // in main() e il tempo di processore del figlio. Obiettivo: la schermata ben
 // sotto i 300 ms.
 //
-// A parte, il solo controllo di versione nello stesso processo.
+// Inoltre il solo controllo di versione, nello stesso processo.
 
 #include "dimensioni.h"
 
