@@ -15,6 +15,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+#include "dimensioni.h"
+
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 #include <ctime>
@@ -35,7 +37,8 @@ struct Tempi {
     double reale = 0, processore = 0;
 };
 
-constexpr int Domande = 10, Certificati = 100, Produttori = 10;
+constexpr int Domande = 10, Produttori = 10;
+const int Certificati = Bench::Dimensione(100, 3);
 
 // Risponde OK a tutto e ricorda l'ultimo messaggio.
 class PiattaformaMuta final : public Piattaforma {

@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
+#include "dimensioni.h"
+
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
@@ -107,16 +109,13 @@ void BM_PavimentoSqlite(benchmark::State& stato)
 
 }  // namespace
 
-BENCHMARK(BM_FacciataAutocommit)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
-BENCHMARK(BM_FacciataAutocommitGiornaleClassico)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
-BENCHMARK(BM_FacciataTransazione)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(2);
-BENCHMARK(BM_PavimentoSqlite)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(2);
+BENCHMARK(BM_FacciataAutocommit)->Arg(Bench::Dimensione(1000))->Arg(Bench::Dimensione(10000))->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
+BENCHMARK(BM_FacciataAutocommitGiornaleClassico)->Arg(Bench::Dimensione(1000))->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
+BENCHMARK(BM_FacciataTransazione)->Arg(Bench::Dimensione(1000))->Arg(Bench::Dimensione(100000))->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(2);
+BENCHMARK(BM_PavimentoSqlite)->Arg(Bench::Dimensione(1000))->Arg(Bench::Dimensione(100000))->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(2);
 
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return Bench::Esegui(argc, argv);
 }

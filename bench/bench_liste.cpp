@@ -39,6 +39,8 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QKeyEvent>
+#include "dimensioni.h"
+
 #include <benchmark/benchmark.h>
 
 #include <ctime>
@@ -46,7 +48,7 @@
 
 namespace {
 
-constexpr int NumeroFatture = 100000;
+const int NumeroFatture = Bench::Dimensione(100000);
 // Passi della barra trascinata dalla cima al fondo.
 constexpr int PassiTrascinamento = 10;
 
@@ -185,7 +187,7 @@ void Modo1OrdinatoSenzaIndice(benchmark::State& stato)
 
 void Fatture2(benchmark::State& stato) { Misura(stato, 1, {QStringLiteral("FATTURE2"), QString()}); }
 
-constexpr int NumeroDomande = 100000;
+const int NumeroDomande = Bench::Dimensione(100000);
 
 // Database consegnato con 100 000 domande, ciascuna con una fattura (ramo
 // fatture) o 100 000 domande del distillatore (ramo conferimenti).
@@ -302,8 +304,5 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return Bench::Esegui(argc, argv);
 }

@@ -3,6 +3,8 @@
 
 #include <QString>
 #include <QStringList>
+#include "dimensioni.h"
+
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -103,4 +105,4 @@ BENCHMARK(BM_DaDouble);
 
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) { return Bench::Esegui(argc, argv); }

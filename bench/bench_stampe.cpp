@@ -17,11 +17,13 @@
 #include <QPdfWriter>
 #include <QTemporaryDir>
 #include <QTextDocument>
+#include "dimensioni.h"
+
 #include <benchmark/benchmark.h>
 
 namespace {
 
-constexpr int NumeroFatture = 400;
+const int NumeroFatture = Bench::Dimensione(400, 40);
 
 // Cartella di programma con database/ e Report/, la sessione aperta su di essa.
 QTemporaryDir& Cartella()
@@ -123,9 +125,7 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
+    const int esito = Bench::Esegui(argc, argv);
     sessione().DbDistilleria.reset();
-    return 0;
+    return esito;
 }

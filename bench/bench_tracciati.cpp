@@ -12,12 +12,14 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
+#include "dimensioni.h"
+
 #include <benchmark/benchmark.h>
 #include <cstdio>
 
 namespace {
 
-constexpr int NumeroRecord = 100000;
+const int NumeroRecord = Bench::Dimensione(100000);
 
 QTemporaryDir& Cartella()
 {
@@ -249,15 +251,13 @@ BENCHMARK(LetturaConferimenti)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
     int esito = 0;
     try {
-        benchmark::RunSpecifiedBenchmarks();
+        esito = Bench::Esegui(argc, argv);
     } catch (const std::exception& e) {
         fprintf(stderr, "Misura interrotta: %s\n", e.what());
         esito = 1;
     }
     sessione().DbDistilleria.reset();
-    benchmark::Shutdown();
     return esito;
 }

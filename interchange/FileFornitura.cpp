@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStringDecoder>
+#include <QStringEncoder>
 #include <array>
 
 namespace {
@@ -65,20 +66,39 @@ const TavolaPagina& Tavola()
     return tavola;
 }
 
-// Il testo con "?" al posto di ciò che la pagina non ha; di solito non copia.
-QString SoloPagina(const QString& riga)
+// Il byte di ogni unità UTF-16, ricavato una volta dal convertitore della
+// pagina; "?" per ciò che la pagina non ha. Scrivere così uno scarico evita
+// il convertitore generico a ogni riga.
+struct CodificaPagina {
+    CodificaPagina()
+    {
+        const CaratteriPagina& pagina = Pagina();
+        QStringEncoder codifica(PaginaCodici);
+        for (int c = 0; c < 0x10000; ++c) {
+            byte[c] = '?';
+            if (!pagina.contiene(char16_t(c)))
+                continue;
+            const QChar carattere{char16_t(c)};
+            const QByteArray codificato = codifica.encode(QStringView(&carattere, 1));
+            if (codificato.size() == 1)
+                byte[c] = codificato.at(0);
+        }
+    }
+    void Accoda(QByteArray& destinazione, QStringView testo) const
+    {
+        const qsizetype inizio = destinazione.size();
+        destinazione.resize(inizio + testo.size());
+        char* d = destinazione.data() + inizio;
+        for (QChar c : testo)
+            *d++ = byte[c.unicode()];
+    }
+    std::array<char, 0x10000> byte{};
+};
+
+const CodificaPagina& Codifica()
 {
-    const CaratteriPagina& pagina = Pagina();
-    qsizetype i = 0;
-    while (i < riga.size() && pagina.contiene(riga.at(i).unicode()))
-        ++i;
-    if (i == riga.size())
-        return riga;
-    QString copia = riga;
-    for (; i < copia.size(); ++i)
-        if (!pagina.contiene(copia.at(i).unicode()))
-            copia[i] = QLatin1Char('?');
-    return copia;
+    static const CodificaPagina codifica;
+    return codifica;
 }
 
 [[noreturn]] void ErroreApertura(const QFile& file, bool scrittura)
@@ -95,14 +115,15 @@ QString SoloPagina(const QString& riga)
 
 QByteArray CodificaRiga(const QString& riga)
 {
-    QStringEncoder codifica(PaginaCodici);
-    return codifica.encode(SoloPagina(riga));
+    QByteArray byte;
+    Codifica().Accoda(byte, riga);
+    return byte;
 }
 
 QString DecodificaRiga(const QByteArray& byte) { return Tavola().Decodifica(byte); }
 
 ScritturaFornitura::ScritturaFornitura(const QString& percorso)
-    : m_file(percorso), m_codifica(PaginaCodici)
+    : m_file(percorso)
 {
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         ErroreApertura(m_file, true);
@@ -121,7 +142,7 @@ void ScritturaFornitura::Print(const QString& riga)
 {
     if (!m_file.isOpen())
         throw ErroreSistema(52, QStringLiteral("Nome o numero di file non valido"));
-    m_buffer += m_codifica.encode(SoloPagina(riga));
+    Codifica().Accoda(m_buffer, riga);
     m_buffer += "\r\n";
     if (m_buffer.size() >= SogliaBuffer)
         Svuota();

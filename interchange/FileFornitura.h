@@ -8,7 +8,6 @@
 #include <QByteArrayView>
 #include <QFile>
 #include <QString>
-#include <QStringEncoder>
 
 // La riga in byte, senza fine riga. Un carattere che la pagina non ha diventa
 // "?" (ogni unità UTF-16, così il numero di byte resta quello dei caratteri).
@@ -33,7 +32,6 @@ public:
 private:
     void Svuota();
     QFile m_file;
-    QStringEncoder m_codifica;
     QByteArray m_buffer;
 };
 

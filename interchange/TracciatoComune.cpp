@@ -37,6 +37,18 @@ QDate DataCanonica(const QString& t)
 
 }  // namespace
 
+void AccodaCifra(QString& r, QStringView valore, qsizetype larghezza)
+{
+    const qsizetype cifre = valore.size() - valore.count(QLatin1Char(','));
+    // Una cifra più larga perde la sua parte sinistra.
+    qsizetype salta = cifre - larghezza;
+    if (salta < 0)
+        r.resize(r.size() - salta, QLatin1Char('0'));
+    for (QChar c : valore)
+        if (c != QLatin1Char(',') && salta-- <= 0)
+            r.append(c);
+}
+
 QString FormatoData(const QString& testo, const QString& maschera)
 {
     const QDate canonica = DataCanonica(testo);
@@ -52,6 +64,29 @@ QString FormatoData(const QString& testo, const QString& maschera)
     if (!IsDate(testo))
         return testo;
     return Format(CDate(testo), maschera);
+}
+
+void AccodaData(QString& r, const QString& testo, const QString& maschera, qsizetype larghezza, QChar riempimento)
+{
+    const qsizetype inizio = r.size();
+    const bool canonica = DataCanonica(testo).isValid();
+    if (canonica && maschera == QLatin1String("YYYYMMDD")) {
+        const QStringView t(testo);
+        r.append(t.sliced(6, 4));
+        r.append(t.sliced(3, 2));
+        r.append(t.first(2));
+    } else if (canonica && maschera == QLatin1String("DD/MM/YYYY")) {
+        r.append(testo);
+    } else {
+        r.append(FormatoData(testo, maschera));
+    }
+    if (larghezza >= 0) {
+        const qsizetype scritti = r.size() - inizio;
+        if (scritti > larghezza)
+            r.truncate(inizio + larghezza);
+        else
+            r.resize(inizio + larghezza, riempimento);
+    }
 }
 
 QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali)

@@ -3,6 +3,8 @@
 // riempimenti, date e importi con i decimali sottintesi.
 
 #include <QString>
+#include <QStringView>
+#include <algorithm>
 
 namespace TracciatoComune {
 
@@ -25,6 +27,27 @@ inline QStringView MidVista(const QString& riga, int inizio, int lunghezza)
 
 inline QString Spazi(int n) { return QString(n, QLatin1Char(' ')); }
 
+// I riempimenti accodati al record in costruzione, senza testi di passaggio
+// (uno scarico ne farebbe milioni): lo stesso risultato di
+// r += PadDestra(valore, ...) e di r += PadSinistra(valore, ...).
+inline void AccodaDestra(QString& r, QStringView valore, qsizetype larghezza, QChar riempimento)
+{
+    const qsizetype n = std::min(valore.size(), larghezza);
+    r.append(valore.first(n));
+    r.resize(r.size() + larghezza - n, riempimento);
+}
+inline void AccodaSinistra(QString& r, QStringView valore, qsizetype larghezza, QChar riempimento)
+{
+    if (valore.size() >= larghezza) {
+        r.append(valore.last(larghezza));
+        return;
+    }
+    r.resize(r.size() + larghezza - valore.size(), riempimento);
+    r.append(valore);
+}
+// La cifra senza virgole, zeri a sinistra: r += PadSinistra(SenzaVirgole(valore), ...).
+void AccodaCifra(QString& r, QStringView valore, qsizetype larghezza);
+
 // La cifra tolta la virgola: nessun cambio di scala, solo testo.
 inline QString SenzaVirgole(QString valore) { return valore.remove(QLatin1Char(',')); }
 
@@ -32,6 +55,11 @@ inline QString SenzaVirgole(QString valore) { return valore.remove(QLatin1Char('
 // con la maschera ("YYYYMMDD", "DD/MM/YYYY"); un testo che non è una data,
 // anche vuoto, esce così com'è.
 QString FormatoData(const QString& testo, const QString& maschera);
+// r += FormatoData(testo, maschera), poi riempito e tagliato a "larghezza"
+// come PadDestra se larghezza non è negativa; una data GG/MM/AAAA si scrive
+// senza testi di passaggio.
+void AccodaData(QString& r, const QString& testo, const QString& maschera, qsizetype larghezza = -1,
+                QChar riempimento = QLatin1Char(' '));
 
 // Importo in entrata spezzato in parte intera e decimali, consecutive dalla
 // posizione data: valore numerico della parte intera riscritto come numero

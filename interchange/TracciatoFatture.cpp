@@ -14,12 +14,6 @@ const QChar Zero = QLatin1Char('0');
 const QChar Spazio = QLatin1Char(' ');
 const QChar Nove = QLatin1Char('9');
 
-// Cifra con i decimali sottintesi: via la virgola, zeri a sinistra.
-QString Cifra(const RigaDati& riga, const QString& colonna, int larghezza)
-{
-    return PadSinistra(SenzaVirgole(riga.Campo(colonna)), larghezza, Zero);
-}
-
 }  // namespace
 
 // ------------------------------------------------------------------ scarico
@@ -58,25 +52,25 @@ QString Scarico::TRACCIATO_1(const RigaDati& riga, const DatiDistilleria& distil
     r.reserve(LunghezzaRecord);
     r += QLatin1Char('1');
     // Zeri a destra di un numero corto: è voluto.
-    r += PadDestra(riga.Campo(QStringLiteral("DOMANDA")), 11, Zero);
-    r += PadDestra(distilleria.CODI_FISC, 16, Spazio);
+    AccodaDestra(r, riga.Campo(QStringLiteral("DOMANDA")), 11, Zero);
+    AccodaDestra(r, distilleria.CODI_FISC, 16, Spazio);
     r += QLatin1Char('A');
     // Codici di tre caratteri nelle tabelle: scritti come sono, senza tagli.
     r += riga.Campo(QStringLiteral("CODI_LAVO"));
     r += riga.Campo(QStringLiteral("PRODOTTO"));
-    r += PadDestra(riga.Campo(QStringLiteral("CODI_FISC")), 16, Spazio);
-    r += PadDestra(riga.Campo(QStringLiteral("NUME_FATT")), 15, Spazio);
-    r += FormatoData(riga.Campo(QStringLiteral("DATA_FATT")), QStringLiteral("YYYYMMDD"));
-    r += Cifra(riga, QStringLiteral("QTA_PROD"), 11);
-    r += Cifra(riga, QStringLiteral("GRAD"), 6);
-    r += Cifra(riga, QStringLiteral("PREZ_MINI"), 8);
-    r += Cifra(riga, QStringLiteral("IMPO"), 14);
-    r += Cifra(riga, QStringLiteral("IVA"), 14);
-    r += Cifra(riga, QStringLiteral("IMPO_TOTA"), 14);
-    r += PadDestra(FormatoData(riga.Campo(QStringLiteral("DATA_PAGA")), QStringLiteral("YYYYMMDD")), 8, Zero);
-    r += Cifra(riga, QStringLiteral("QTA_LAVO"), 11);
-    r += PadDestra(riga.Campo(QStringLiteral("DENOMINAZIONE")), 70, Spazio);
-    r += Spazi(30);
+    AccodaDestra(r, riga.Campo(QStringLiteral("CODI_FISC")), 16, Spazio);
+    AccodaDestra(r, riga.Campo(QStringLiteral("NUME_FATT")), 15, Spazio);
+    AccodaData(r, riga.Campo(QStringLiteral("DATA_FATT")), QStringLiteral("YYYYMMDD"));
+    AccodaCifra(r, riga.Campo(QStringLiteral("QTA_PROD")), 11);
+    AccodaCifra(r, riga.Campo(QStringLiteral("GRAD")), 6);
+    AccodaCifra(r, riga.Campo(QStringLiteral("PREZ_MINI")), 8);
+    AccodaCifra(r, riga.Campo(QStringLiteral("IMPO")), 14);
+    AccodaCifra(r, riga.Campo(QStringLiteral("IVA")), 14);
+    AccodaCifra(r, riga.Campo(QStringLiteral("IMPO_TOTA")), 14);
+    AccodaData(r, riga.Campo(QStringLiteral("DATA_PAGA")), QStringLiteral("YYYYMMDD"), 8, Zero);
+    AccodaCifra(r, riga.Campo(QStringLiteral("QTA_LAVO")), 11);
+    AccodaDestra(r, riga.Campo(QStringLiteral("DENOMINAZIONE")), 70, Spazio);
+    r.resize(r.size() + 30, Spazio);
     return r;
 }
 
@@ -85,16 +79,16 @@ QString Scarico::TRACCIATO_2(const RigaDati& riga) const
     QString r;
     r.reserve(LunghezzaRecord);
     r += QLatin1Char('2');
-    r += PadDestra(riga.Campo(QStringLiteral("DOMANDA")), 11, Zero);
-    r += PadDestra(riga.Campo(QStringLiteral("NUME_FATT")), 15, Spazio);
-    r += PadDestra(riga.Campo(QStringLiteral("CODI_FISC")), 16, Spazio);
-    r += PadDestra(riga.Campo(QStringLiteral("NUMERO_BOLLA")), 20, Spazio);
-    r += FormatoData(riga.Campo(QStringLiteral("DATA_CONSEGNA")), QStringLiteral("DD/MM/YYYY"));
-    r += Cifra(riga, QStringLiteral("QUANTITA_PRODOTTO"), 11);
-    r += PadDestra(FormatoData(riga.Campo(QStringLiteral("BOLLE.DATA_PAGA")), QStringLiteral("DD/MM/YYYY")), 10,
-                   Spazio);
-    r += PadSinistra(SenzaVirgole(QLatin1Char('0') + riga.Campo(QStringLiteral("GRADO"))), 6, Zero);
-    r += Spazi(160);
+    AccodaDestra(r, riga.Campo(QStringLiteral("DOMANDA")), 11, Zero);
+    AccodaDestra(r, riga.Campo(QStringLiteral("NUME_FATT")), 15, Spazio);
+    AccodaDestra(r, riga.Campo(QStringLiteral("CODI_FISC")), 16, Spazio);
+    AccodaDestra(r, riga.Campo(QStringLiteral("NUMERO_BOLLA")), 20, Spazio);
+    AccodaData(r, riga.Campo(QStringLiteral("DATA_CONSEGNA")), QStringLiteral("DD/MM/YYYY"));
+    AccodaCifra(r, riga.Campo(QStringLiteral("QUANTITA_PRODOTTO")), 11);
+    AccodaData(r, riga.Campo(QStringLiteral("BOLLE.DATA_PAGA")), QStringLiteral("DD/MM/YYYY"), 10, Spazio);
+    // Lo "0" davanti fa di un Null uno zero.
+    AccodaCifra(r, QLatin1Char('0') + riga.Campo(QStringLiteral("GRADO")), 6);
+    r.resize(r.size() + 160, Spazio);
     return r;
 }
 

@@ -115,6 +115,9 @@ TEST_F(TracciatoFattureUscita, Fattura)
           .nome = Bianchi(70)}},
         // Codici scritti come sono: uno di due caratteri accorcia la riga.
         {"codice corto", {{"CODI_LAVO", "VD"}}, {.lavorazione = "VD"}},
+        // Fuori dalla forma GG/MM/AAAA: una data si riscrive, un testo resta e si taglia.
+        {"date in altra forma", {{"DATA_FATT", "15/3/2006"}, {"DATA_PAGA", "PAGATA IL 20/04"}},
+         {.pagamento = "PAGATA I"}},
     };
     for (const auto& [nome, modifiche, atteso] : casi) {
         SCOPED_TRACE(nome);
