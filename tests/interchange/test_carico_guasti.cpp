@@ -130,7 +130,8 @@ TEST(CaricoGuastiFiglio, Figlio)
     for (const MessaggioRegistrato& m : std::as_const(script.messaggi))
         std::printf("MESSAGGIO %d|%s|%s\n", m.stile, qPrintable(m.titolo),
                     qPrintable(QString(m.testo).replace('\n', "\\n").replace('\r', "\\r")));
-    std::fflush(stdout);    s.DbDistilleria.reset();
+    std::fflush(stdout);
+    s.DbDistilleria.reset();
 }
 
 // La conferma del carico fallisce (un vincolo controllato solo alla
