@@ -163,7 +163,7 @@ Tempi Pavimento()
     }
     sqlite3* db = nullptr;
     sqlite3_open(percorso.constData(), &db);
-    sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL;", nullptr, nullptr, nullptr);
     QElapsedTimer tempo;
     tempo.start();
     const double inizio = Processore();

@@ -77,7 +77,7 @@ void BM_PavimentoSqlite(benchmark::State& stato)
         const QByteArray percorso = dir.filePath(QStringLiteral("floor.db")).toUtf8();
         sqlite3* db = nullptr;
         sqlite3_open(percorso.constData(), &db);
-        sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr, nullptr, nullptr);
+        sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL;", nullptr, nullptr, nullptr);
         sqlite3_exec(db, Schema, nullptr, nullptr, nullptr);
         std::vector<std::vector<QByteArray>> righe;
         righe.reserve(n);

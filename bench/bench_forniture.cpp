@@ -138,7 +138,7 @@ double Pavimento(double& processore)
     }
     sqlite3* db = nullptr;
     sqlite3_open(percorso.constData(), &db);
-    sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
     QElapsedTimer tempo;
     tempo.start();
     const double inizio = Processore();

@@ -78,28 +78,6 @@ Istruzioni IstruzioniDi(GenereCambio genere, const QString& vecchio, const QStri
     return {};
 }
 
-// Le due scritture del certificato stanno o cadono insieme: un guasto nella
-// seconda non lascia il numero cambiato con la domanda ancora "stampata".
-template <typename Corpo>
-auto TuttoONiente(Corpo&& corpo)
-{
-    Database& db = Db();
-    db.Execute(QStringLiteral("SAVEPOINT cambio_numero"));
-    try {
-        auto esito = corpo();
-        db.Execute(QStringLiteral("RELEASE cambio_numero"));
-        return esito;
-    } catch (const ErroreSistema&) {
-        try {
-            db.Execute(QStringLiteral("ROLLBACK TO cambio_numero"));
-            db.Execute(QStringLiteral("RELEASE cambio_numero"));
-        } catch (const ErroreSistema&) {
-            // Resta l'errore di partenza, che è quello da registrare.
-        }
-        throw;
-    }
-}
-
 }  // namespace
 
 const VarianteCambio& Variante(GenereCambio genere)
@@ -152,7 +130,12 @@ EsitoCambio CambiaNumero(GenereCambio genere, const QString& vecchio, const QStr
         }
         return EsitoCambio::Eseguito;
     };
-    return istr.segni.isEmpty() ? aggiorna() : TuttoONiente(aggiorna);
+    // Le scritture di un cambio stanno o cadono insieme: un guasto nella
+    // seconda non lascia il numero cambiato con la domanda ancora "stampata".
+    PuntoDiRipristino punto(db);
+    const EsitoCambio esito = aggiorna();
+    punto.Conferma();
+    return esito;
 }
 
 QString TestoEsito(const VarianteCambio& variante, EsitoCambio esito)

@@ -115,10 +115,12 @@ bool ScriviDomanda(const QString& tabella, const QString& colonnaChiave, int mod
             return true;
         }
         const Campi valori = campi();
+        PuntoDiRipristino punto(Db());
         if (modo == 0)
             Db().InserisciRiga(tabella, valori);
         else
             Db().AggiornaRiga(tabella, valori, perChiave, {chiave});
+        punto.Conferma();
         return true;
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), EtichettaMetodiDomanda, e.numero(), e.descrizione());

@@ -8,3 +8,11 @@
 // produttore resta com'è. Falso dopo un errore, registrato sotto
 // "rfAssociaDeAssociaProduttore" con il settore "Md_FunzioniGenerali".
 bool rfAssociaDeAssociaProduttore(qint32 idProduttore, qint32 idUtf, int operazione);
+
+// Lo stesso, senza registrare: l'errore esce, per chi scrive il legame dentro
+// una scrittura più ampia e la annulla tutta prima di registrarlo.
+void AssociaProduttore(qint32 idProduttore, qint32 idUtf, int operazione);
+
+// Settore ed etichetta con cui si registra un guasto del legame.
+inline constexpr char SettoreLegame[] = "Md_FunzioniGenerali";
+inline constexpr char EtichettaLegame[] = "rfAssociaDeAssociaProduttore";

@@ -52,6 +52,8 @@ bool MetodiProduttore(int operazione, const QString& condizione)
 {
     Sessione& s = sessione();
     ProduttoreSelezionato& p = s.ProduttoreSel;
+    const qint32 chiavePrima = p.iD_PRODUTTORI;
+    bool nelLegame = false;
     try {
         Database& db = Db();
         // La riga corrente è la prima che la condizione trova. L'inserimento
@@ -70,24 +72,28 @@ bool MetodiProduttore(int operazione, const QString& condizione)
                 throw ErroreSistema(CodiciErrore::NessunRecordCorrente);
             }
         }
+        if (operazione < 0 || operazione > 2)
+            return false;
 
+        // Riga, legame e segni della domanda: tutti o nessuno, così un
+        // secondo "Salva" dopo un guasto non scrive un altro produttore.
+        PuntoDiRipristino punto(db);
         switch (operazione) {
         case 0:
             p.iD_PRODUTTORI = static_cast<qint32>(db.InserisciRiga(QStringLiteral("PRODUTTORI"), CampiProduttore(p)));
-            // Il collegamento del nuovo produttore al certificato in mano; un
-            // guasto del collegamento è registrato dalla routine stessa.
-            rfAssociaDeAssociaProduttore(p.iD_PRODUTTORI, s.UtfSel.iD_UTF, 0);
+            // Il collegamento del nuovo produttore al certificato in mano.
+            nelLegame = true;
+            AssociaProduttore(p.iD_PRODUTTORI, s.UtfSel.iD_UTF, 0);
+            nelLegame = false;
             break;
         case 1:
             db.AggiornaRiga(QStringLiteral("PRODUTTORI"), CampiProduttore(p),
                             QStringLiteral("WHERE iD_PRODUTTORI = ?"), {riga});
             p.iD_PRODUTTORI = static_cast<qint32>(riga);
             break;
-        case 2:
+        default:
             db.Execute(QStringLiteral("DELETE FROM PRODUTTORI WHERE iD_PRODUTTORI = ?"), {riga});
             break;
-        default:
-            return false;
         }
 
         // La domanda va stampata e scaricata di nuovo. La chiave 0 non è di
@@ -96,9 +102,16 @@ bool MetodiProduttore(int operazione, const QString& condizione)
         if (s.UtfSel.iD_DOMANDA != 0)
             db.Execute(QStringLiteral("UPDATE DOMANDE_PRODUTTORI SET STAM='N',SCAR='N' WHERE ID_DOMANDA_PRODUTTORE=?"),
                        {s.UtfSel.iD_DOMANDA});
+        punto.Conferma();
         return true;
     } catch (const ErroreSistema& e) {
-        ScriviLogErr(QString(), QStringLiteral("FrmFattura motedofatture"), e.numero(), e.descrizione());
+        // Nulla è stato scritto: la chiave torna quella di prima.
+        p.iD_PRODUTTORI = chiavePrima;
+        if (nelLegame)
+            ScriviLogErr(QString::fromLatin1(SettoreLegame), QString::fromLatin1(EtichettaLegame), e.numero(),
+                         e.descrizione());
+        else
+            ScriviLogErr(QString(), QStringLiteral("FrmFattura motedofatture"), e.numero(), e.descrizione());
         return false;
     }
 }

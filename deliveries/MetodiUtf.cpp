@@ -6,6 +6,8 @@
 #include "shell/session_state.h"
 #include "store/database.h"
 
+#include <optional>
+
 namespace {
 
 enum Operazione { Inserisci = 0, Modifica = 1, Cancella = 2 };
@@ -49,6 +51,10 @@ bool MetodiUtf(int operazione, const QString& condizione)
             chiave = vuota ? 0 : rs.Fields(QStringLiteral("iD_UTF")).intero();
         }
 
+        // Il certificato e i segni delle domande: tutti o nessuno.
+        std::optional<PuntoDiRipristino> punto;
+        if (operazione == Cancella || operazione == Inserisci || (operazione == Modifica && !vuota))
+            punto.emplace(Db());
         switch (operazione) {
         case Cancella:
             if (vuota)
@@ -80,6 +86,7 @@ bool MetodiUtf(int operazione, const QString& condizione)
         s.StrSql = marche;
         Db().Execute(marche, {s.DomandaSel.ID_DOMANDA});
         Db().Execute(marche, {s.UtfSel.iD_DOMANDA});
+        punto->Conferma();
         return true;
     } catch (const ErroreSistema& e) {
         ScriviLogErr(QString(), QStringLiteral("frmProduttore_Utf motedoUtf"), e.numero(), e.descrizione());

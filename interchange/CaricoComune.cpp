@@ -13,7 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <sqlite3.h>
+#include <QScopeGuard>
 
 QString NomeFileFornitura(const QString& tag, const QString& campagna)
 {
@@ -30,8 +30,13 @@ const QString ACapo = QStringLiteral("\r\n");
 // Le etichette sono quelle della maschera delle fatture, anche per i conferimenti.
 const QString EtichettaCarico = QStringLiteral(" frmCarico.battoncarica");
 const QString EtichettaNote = QStringLiteral(" frmCarico.ScriviNote");
+const QString EtichettaAllinea = QStringLiteral(" frmCarico.AllineaDB");
+
+bool s_inCorso = false;
 
 }  // namespace
+
+bool CaricoInCorso() { return s_inCorso; }
 
 QString TestoScarti(const QList<Scarto>& scarti)
 {
@@ -51,15 +56,16 @@ TransazioneConfermata::~TransazioneConfermata()
     try {
         Conferma();
     } catch (const ErroreSistema&) {
-        // Un guasto del motore l'ha già chiusa: non resta nulla da confermare.
+        // Già in uscita per un altro errore: è quello a essere riportato.
     }
 }
 
 void TransazioneConfermata::Conferma()
 {
-    sqlite3* h = Db().handle();
-    if (h && !sqlite3_get_autocommit(h))
-        Db().ConfermaTransazione();
+    if (!m_aperta)
+        return;
+    m_aperta = false;
+    Db().ConfermaTransazione();
 }
 
 bool CaricoFornitura::ctrlCloni(const QString& tabella, const QString& condizione, const QVariantList& parametri)
@@ -93,6 +99,8 @@ void CaricoFornitura::BATTONCARICA(const QString& percorsoFile)
     const QString copia = FileDelProgramma(NomeFileTemporaneo);
     m_scarti.clear();
     m_scritte = 0;
+    s_inCorso = true;
+    const auto fine = qScopeGuard([] { s_inCorso = false; });
     Azzera();
     Clessidra(true);
     try {
@@ -142,6 +150,14 @@ void CaricoFornitura::BATTONCARICA(const QString& percorsoFile)
             {
                 TransazioneConfermata transazione;
                 scritte = AllineaDB();
+                try {
+                    transazione.Conferma();
+                } catch (const ErroreSistema& e) {
+                    // La conferma fallita non ha lasciato nulla del carico:
+                    // è un carico non riuscito, registrato come ogni errore.
+                    ScriviLogErr(QString(), EtichettaAllinea, e.numero(), e.descrizione());
+                    scritte = false;
+                }
             }
             if (scritte)
                 MsgBox(QStringLiteral("Carico fornitura correttamente eseguito"), StileMsg::Informazione, titolo);

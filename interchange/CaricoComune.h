@@ -33,6 +33,10 @@ namespace CaricoComune {
 
 using Osservatore = OsservatoreCarico;
 
+// Vero mentre un carico gira: il menu e le altre maschere restano fermi,
+// perché nulla entri nella transazione del carico o vada perso con essa.
+bool CaricoInCorso();
+
 // Ogni quanti record letti o righe scritte si avvisa l'osservatore.
 constexpr qint64 PassoAvanzamento = 2000;
 
@@ -49,9 +53,12 @@ struct Scarto {
 // fattura e motivo a larghezza fissa, seguiti da una riga vuota.
 QString TestoScarti(const QList<Scarto>& scarti);
 
-// Transazione di un carico, confermata all'uscita in ogni caso, anche dopo un
-// errore: resta quel che è stato scritto, come senza transazione, ma un
-// processo interrotto a metà non lascia nulla del carico.
+// Transazione di un carico, confermata in ogni caso, anche dopo un errore
+// del carico: resta quel che è stato scritto, come senza transazione, ma un
+// processo interrotto a metà non lascia nulla del carico. Una conferma che
+// fallisce non lascia nulla del carico e dà l'errore; uscendo senza conferma
+// (un'eccezione in mezzo) si conferma lo stesso, tacendo un fallimento che
+// l'errore già in corso basta a riportare.
 class TransazioneConfermata {
 public:
     TransazioneConfermata();
@@ -59,6 +66,9 @@ public:
     TransazioneConfermata(const TransazioneConfermata&) = delete;
     TransazioneConfermata& operator=(const TransazioneConfermata&) = delete;
     void Conferma();
+
+private:
+    bool m_aperta = true;
 };
 
 // BATTONCARICA: il percorso comune. Un ramo deriva e riempie i passi suoi.

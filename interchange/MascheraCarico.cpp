@@ -10,7 +10,10 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMainWindow>
+#include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QStyle>
 #include <QTimer>
@@ -138,6 +141,7 @@ void MascheraCarico::Cmddati_Click(int Index)
     m_carico(file, this);
     Occupata(false);
     repaint();
+    emit CaricoFinito();
 }
 
 // Figlia del menu, la maschera sta dentro la sua cornice: si chiude quella,
@@ -153,6 +157,24 @@ void MascheraCarico::Scarica()
 void MascheraCarico::Occupata(bool occupata)
 {
     m_inCorso = occupata;
+    // Un solo scrittore alla volta: durante il carico il menu e le altre
+    // maschere sono spenti, solo questa resta viva e ne mostra il conto.
+    if (occupata) {
+        if (auto* principale = qobject_cast<QMainWindow*>(window()); principale && principale->menuBar()->isEnabled())
+            m_spenti.append(principale->menuBar());
+        auto* sotto = qobject_cast<QMdiSubWindow*>(parentWidget());
+        if (QMdiArea* area = sotto ? sotto->mdiArea() : nullptr)
+            for (QMdiSubWindow* altra : area->subWindowList())
+                if (altra != sotto && altra->isEnabled())
+                    m_spenti.append(altra);
+        for (const QPointer<QWidget>& w : std::as_const(m_spenti))
+            w->setEnabled(false);
+    } else {
+        for (const QPointer<QWidget>& w : std::as_const(m_spenti))
+            if (w)
+                w->setEnabled(true);
+        m_spenti.clear();
+    }
     Cmddati[0]->setEnabled(!occupata);
     Cmddati[1]->setEnabled(!occupata);
     CmbDomAnnualita->setEnabled(!occupata);

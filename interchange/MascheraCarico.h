@@ -10,6 +10,7 @@
 
 #include <QList>
 #include <QMap>
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -42,6 +43,10 @@ public:
     void CmbDomAnnualita_Click();
     bool InCorso() const { return m_inCorso; }
 
+signals:
+    // Un carico è finito: chi ha chiesto di uscire intanto può riprovare.
+    void CaricoFinito();
+
 protected:
     void closeEvent(QCloseEvent* evento) override;
 
@@ -55,4 +60,6 @@ private:
     FunzioneCarico m_carico;
     int m_fotogramma = 0;
     bool m_inCorso = false;
+    // Menu e maschere spenti durante il carico, da riaccendere alla fine.
+    QList<QPointer<QWidget>> m_spenti;
 };

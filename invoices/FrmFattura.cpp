@@ -257,16 +257,27 @@ void FrmFattura::Salva()
         MostraEsito(s.IndiceCampo);
         return;
     }
-    if (InModifica()) {
-        MetodiFatture(ModoFattura::Aggiorna);
-        // La copia delle bolle non serve più.
-        EliminaAppoggioBolle();
-    } else {
-        MetodiFatture(ModoFattura::Inserisci);
-        // Le bolle battute prima che la fattura avesse una chiave.
-        AdottaBolleNuove(m_idFattura);
+    // Fattura, consegna delle bolle e numerazione dei fogli: tutte o
+    // nessuna. Un guasto dopo la scrittura della fattura la toglie di nuovo
+    // e la maschera resta com'era, pronta per un altro "Salva".
+    const qint64 chiavePrima = m_idFattura;
+    try {
+        PuntoDiRipristino punto(Db());
+        if (InModifica()) {
+            MetodiFatture(ModoFattura::Aggiorna);
+            // La copia delle bolle non serve più.
+            EliminaAppoggioBolle();
+        } else {
+            MetodiFatture(ModoFattura::Inserisci);
+            // Le bolle battute prima che la fattura avesse una chiave.
+            AdottaBolleNuove(m_idFattura);
+        }
+        iMPO_RIGAFOGLIO(s.DomandaSel.DOMANDA, s.DomandaSel.PROGRESSIVO);
+        punto.Conferma();
+    } catch (const ErroreSistema&) {
+        m_idFattura = chiavePrima;
+        throw;
     }
-    iMPO_RIGAFOGLIO(s.DomandaSel.DOMANDA, s.DomandaSel.PROGRESSIVO);
     Scarica(QDialog::Accepted);
 }
 

@@ -21,6 +21,8 @@ std::optional<qint64> ScriviFattura(int modo, const CampiFattura& campi, qint64 
             throw ErroreSistema(CodiciErrore::NessunRecordCorrente);
         }
     }
+    // La riga e i segni della domanda: tutti o nessuno.
+    PuntoDiRipristino punto(db);
     if (modo == ModoFattura::Cancella) {
         db.Execute(QStringLiteral("DELETE FROM fatture WHERE id_fattura = ?"), {idFattura});
     } else {
@@ -57,6 +59,7 @@ std::optional<qint64> ScriviFattura(int modo, const CampiFattura& campi, qint64 
     }
     // Ogni cambiamento di una fattura toglie alla domanda la stampa e lo scarico.
     db.Execute(QStringLiteral("UPDATE DOMANDE SET STAM='N',SCAR='N' WHERE ID_DOMANDA = ?"), {idDomanda});
+    punto.Conferma();
     return id;
 }
 
@@ -154,11 +157,13 @@ QString PrimaDataConsegna(qint64 idFattura)
 bool EliminaFattura(qint64 idFattura, qint32 idDomanda)
 {
     Database& db = Db();
-    // Prima la fattura, poi i segni della domanda, poi le bolle.
+    // Prima la fattura, poi i segni della domanda, poi le bolle: tutto o niente.
+    PuntoDiRipristino punto(db);
     if (db.Execute(QStringLiteral("DELETE FROM fatture WHERE id_fattura = ?"), {idFattura}) == 0)
         return false;
     db.Execute(QStringLiteral("UPDATE DOMANDE SET STAM='N',SCAR='N' WHERE ID_DOMANDA = ?"), {idDomanda});
     db.Execute(QStringLiteral("DELETE FROM BOLLE WHERE FK_ID_FATTURA = ?"), {idFattura});
+    punto.Conferma();
     return true;
 }
 

@@ -5,6 +5,8 @@
 #include "common/liste.h"
 #include "common/log_errori.h"
 #include "common/piattaforma.h"
+#include "interchange/CaricoComune.h"
+#include "interchange/MascheraCarico.h"
 #include "shell/ApriDatabase.h"
 #include "shell/registro_maschere.h"
 #include "shell/session_state.h"
@@ -16,6 +18,8 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTimer>
+#include <utility>
 
 namespace {
 FrmMenu* s_istanza = nullptr;
@@ -163,6 +167,9 @@ void FrmMenu::CostruisciMenu()
 
 void FrmMenu::Clic(const QString& controllo, int indice)
 {
+    // Anche una scorciatoia da tastiera aspetta la fine del carico.
+    if (CaricoComune::CaricoInCorso())
+        return;
     if (controllo == QLatin1String("mnuDist"))
         mnuDist_Click(indice);
     else if (controllo == QLatin1String("mnuDistprod"))
@@ -302,6 +309,11 @@ void FrmMenu::MostraMaschera(const QString& nome)
     if (!maschera)
         return;
     maschera->setAttribute(Qt::WA_DeleteOnClose);
+    if (auto* carico = qobject_cast<MascheraCarico*>(maschera))
+        connect(carico, &MascheraCarico::CaricoFinito, this, [this] {
+            if (std::exchange(m_chiudiDopoCarico, false))
+                QTimer::singleShot(0, this, &QWidget::close);
+        });
     QMdiSubWindow* sotto = m_area->addSubWindow(maschera);
     m_figli.insert(nome, maschera);
     sotto->show();
@@ -312,6 +324,12 @@ QWidget* FrmMenu::MascheraAperta(const QString& nome) const { return m_figli.val
 
 void FrmMenu::closeEvent(QCloseEvent* evento)
 {
+    // Si esce solo a carico finito: la domanda arriva allora.
+    if (CaricoComune::CaricoInCorso()) {
+        m_chiudiDopoCarico = true;
+        evento->ignore();
+        return;
+    }
     if (MsgBox(QStringLiteral("Abbandonare la sessione di lavoro ?"), StileMsg::SiNo + StileMsg::Domanda, TitoloLungo) ==
         RispostaMsg::No) {
         evento->ignore();

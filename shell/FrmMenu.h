@@ -60,4 +60,5 @@ private:
 
     QMdiArea* m_area = nullptr;
     QHash<QString, QPointer<QWidget>> m_figli;
+    bool m_chiudiDopoCarico = false;  // uscita chiesta durante un carico
 };

@@ -64,6 +64,10 @@ ErroreSistema Traduci(const QSqlError& errore, const QString& sql)
                              QStringLiteral("Errore di sintassi nell'espressione della query '%1'.").arg(sql.left(200)));
     if (codice == SQLITE_BUSY || codice == SQLITE_LOCKED)
         return ErroreSistema(CodiciErrore::FileInUso, QStringLiteral("Il database è in uso da un altro processo."));
+    // Un file che non può crescere (quota, limite del file) arriva come
+    // errore di scrittura, non come disco pieno: anche questo va detto chiaro.
+    if (codice == SQLITE_IOERR)
+        return ErroreSistema(3043, QStringLiteral("Errore del disco: impossibile leggere o scrivere il database."));
     if (codice == SQLITE_FULL)
         return ErroreSistema(CodiciErrore::DiscoPieno, QStringLiteral("Disco pieno: impossibile scrivere nel database."));
     if (codice == SQLITE_READONLY || codice == SQLITE_PERM)
@@ -187,7 +191,8 @@ std::unique_ptr<Database> Database::Apri(const QString& percorso, bool esclusivo
     try {
         db->VerificaPassword(PasswordDaConnessione(connessione));
         db->Execute(QStringLiteral("PRAGMA journal_mode=WAL"));
-        db->Execute(QStringLiteral("PRAGMA synchronous=NORMAL"));
+        // Ciò che è confermato è sul disco: regge una caduta di corrente.
+        db->Execute(QStringLiteral("PRAGMA synchronous=FULL"));
         if (esclusivo) {
             // Prende subito il blocco esclusivo, non alla prima scrittura.
             db->Execute(QStringLiteral("BEGIN EXCLUSIVE"));
@@ -609,4 +614,80 @@ void Database::CreaQuery(const QString& nome, const QString& sql)
 }
 
 void Database::IniziaTransazione() { Execute(QStringLiteral("BEGIN")); }
-void Database::ConfermaTransazione() { Execute(QStringLiteral("COMMIT")); }
+
+bool Database::InTransazione()
+{
+    sqlite3* h = handle();
+    return h && !sqlite3_get_autocommit(h);
+}
+
+void Database::ConfermaTransazione()
+{
+    // Chiusa da un guasto del motore (disco pieno, errore di I/O) prima della
+    // conferma: quel che c'era dentro è già perso, ed è un fallimento.
+    if (!InTransazione())
+        throw ErroreSistema(3000 + SQLITE_ERROR, QStringLiteral("Transazione interrotta: nulla è stato scritto."));
+    try {
+        Execute(QStringLiteral("COMMIT"));
+    } catch (const ErroreSistema&) {
+        // Una conferma fallita può lasciare la transazione aperta (un vincolo
+        // differito, il database occupato): la si annulla, così la
+        // connessione torna in autocommit e nulla resta a metà.
+        if (InTransazione()) {
+            try {
+                Execute(QStringLiteral("ROLLBACK"));
+            } catch (const ErroreSistema&) {
+            }
+        }
+        throw;
+    }
+}
+
+// ---------------------------------------------------------------- PuntoDiRipristino
+
+namespace {
+// Lo stesso nome per tutti: SQLite annida i punti omonimi e ROLLBACK TO torna
+// al più recente; un solo testo tiene pronta un'istruzione sola.
+const QString NomePunto = QStringLiteral("scrittura");
+}  // namespace
+
+PuntoDiRipristino::PuntoDiRipristino(Database& db) : m_db(db)
+{
+    m_esterno = !db.InTransazione();
+    db.Execute(QStringLiteral("SAVEPOINT ") + NomePunto);
+}
+
+PuntoDiRipristino::~PuntoDiRipristino() { Annulla(); }
+
+void PuntoDiRipristino::Conferma()
+{
+    if (!m_aperto)
+        return;
+    try {
+        m_db.Execute(QStringLiteral("RELEASE ") + NomePunto);
+        m_aperto = false;
+    } catch (const ErroreSistema&) {
+        Annulla();
+        throw;
+    }
+}
+
+void PuntoDiRipristino::Annulla() noexcept
+{
+    if (!m_aperto)
+        return;
+    m_aperto = false;
+    try {
+        if (m_esterno) {
+            // Il motore può averla già chiusa da sé dopo un guasto grave.
+            if (m_db.InTransazione())
+                m_db.Execute(QStringLiteral("ROLLBACK"));
+            return;
+        }
+        m_db.Execute(QStringLiteral("ROLLBACK TO ") + NomePunto);
+        m_db.Execute(QStringLiteral("RELEASE ") + NomePunto);
+    } catch (const ErroreSistema&) {
+        // Il punto non c'è più (la transazione esterna è caduta con il
+        // guasto): nulla da annullare qui, resta l'errore di partenza.
+    }
+}
