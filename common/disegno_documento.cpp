@@ -40,16 +40,26 @@ void DisegnaDocumento(QTextDocument& documento, QPagedPaintDevice& dispositivo)
     // tipografici dei caratteri restano tali su ogni carta.
     documento.documentLayout()->setPaintDevice(&dispositivo);
     documento.setPageSize(QSizeF(corpo.width(), corpo.height()));
+    // Una tabella che non entra nel foglio nemmeno con le colonne al minimo
+    // non si taglia: il documento si dispone più largo e si disegna in scala.
+    qreal scala = 1;
+    const qreal largo = documento.documentLayout()->documentSize().width();
+    if (largo > corpo.width() + 1) {
+        scala = corpo.width() / largo;
+        documento.setPageSize(QSizeF(corpo.width() / scala, corpo.height() / scala));
+    }
+    const QSizeF pagina = documento.pageSize();
     const int pagine = documento.pageCount();
 
     QPainter pittore(&dispositivo);
     QFont carattere = documento.defaultFont();
     carattere.setPointSizeF(8);
-    for (int pagina = 0; pagina < pagine; ++pagina) {
-        if (pagina > 0)
+    for (int p = 0; p < pagine; ++p) {
+        if (p > 0)
             dispositivo.newPage();
         pittore.save();
-        const QRectF vista(0, pagina * corpo.height(), corpo.width(), corpo.height());
+        pittore.scale(scala, scala);
+        const QRectF vista(0, p * pagina.height(), pagina.width(), pagina.height());
         pittore.translate(0, -vista.top());
         QAbstractTextDocumentLayout::PaintContext contesto;
         contesto.clip = vista;
@@ -59,7 +69,7 @@ void DisegnaDocumento(QTextDocument& documento, QPagedPaintDevice& dispositivo)
         pittore.restore();
         // Numero di pagina in calce, a destra, nello spazio del margine basso.
         pittore.setFont(QFont(carattere, &dispositivo));
-        const QString testo = QStringLiteral("Pagina %1 di %2").arg(pagina + 1).arg(pagine);
+        const QString testo = QStringLiteral("Pagina %1 di %2").arg(p + 1).arg(pagine);
         const QRectF calce(0, corpo.height() + dpi * 0.08, corpo.width(), dpi * 0.25);
         pittore.drawText(calce, Qt::AlignRight | Qt::AlignTop, testo);
     }
@@ -77,4 +87,12 @@ bool ScriviPdf(QTextDocument& documento, const QString& percorso)
     PreparaFoglio(documento, scrittore);
     DisegnaDocumento(documento, scrittore);
     return QFileInfo::exists(percorso);
+}
+
+void ImpostaNomePdf(QTextDocument& documento, const QString& nome) { documento.setProperty("nomePdf", nome); }
+
+QString NomePdf(const QTextDocument& documento)
+{
+    const QString nome = documento.property("nomePdf").toString();
+    return nome.isEmpty() ? QStringLiteral("Stampa") : nome;
 }

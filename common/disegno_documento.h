@@ -22,3 +22,6 @@ void PreparaFoglio(const QTextDocument& documento, QPagedPaintDevice& dispositiv
 void DisegnaDocumento(QTextDocument& documento, QPagedPaintDevice& dispositivo);
 // Scrive il documento in un file PDF; falso se il file non si può scrivere.
 bool ScriviPdf(QTextDocument& documento, const QString& percorso);
+// Nome proposto per il PDF del documento (senza cartella né estensione).
+void ImpostaNomePdf(QTextDocument& documento, const QString& nome);
+QString NomePdf(const QTextDocument& documento);

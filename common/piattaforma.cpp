@@ -6,7 +6,11 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QGraphicsView>
+#include <QScrollBar>
 #include <QGuiApplication>
 #include <QHash>
 #include <QMessageBox>
@@ -141,6 +145,16 @@ public:
         QObject::connect(vista, &QPrintPreviewWidget::paintRequested, &finestra,
                          [&documento](QPrinter* p) { DisegnaDocumento(documento, *p); });
         vista->fitToWidth();
+        // L'anteprima si apre sulla cima della prima pagina: l'adattamento alla
+        // larghezza (all'apertura e a ogni nuova misura della finestra) la
+        // centrerebbe a metà del foglio. Lo scorrimento dell'utente non si tocca.
+        auto* scena = vista->findChild<QGraphicsView*>();
+        QObject::connect(vista, &QPrintPreviewWidget::previewChanged, &finestra, [vista, scena, zoom = 0.0]() mutable {
+            if (!scena || vista->zoomFactor() == zoom || vista->currentPage() != 1)
+                return;
+            zoom = vista->zoomFactor();
+            scena->verticalScrollBar()->setValue(scena->verticalScrollBar()->minimum());
+        });
         auto* pulsanti = new QHBoxLayout;
         auto* stampa = new QPushButton(QStringLiteral("&Stampa..."), &finestra);
         auto* pdf = new QPushButton(QStringLiteral("Salva &PDF..."), &finestra);
@@ -161,14 +175,21 @@ public:
                 DisegnaDocumento(documento, stampante);
         });
         QObject::connect(pdf, &QPushButton::clicked, &finestra, [&] {
-            QString nome = QFileDialog::getSaveFileName(&finestra, QStringLiteral("Salva PDF"), QString(),
+            // Il nome dice la carta e la domanda, nella cartella dell'ultimo PDF.
+            const QString proposto = QDir(m_cartellaPdf.isEmpty() ? QDir::homePath() : m_cartellaPdf)
+                                         .filePath(NomePdf(documento) + QLatin1String(".pdf"));
+            QString nome = QFileDialog::getSaveFileName(&finestra, QStringLiteral("Salva PDF"), proposto,
                                                         QStringLiteral("PDF (*.pdf)"));
             if (nome.isEmpty())
                 return;
             if (!nome.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive))
                 nome += QLatin1String(".pdf");
-            if (!ScriviPdf(documento, nome))
+            if (!ScriviPdf(documento, nome)) {
                 MsgBox(QStringLiteral("Impossibile scrivere il file ") + nome, StileMsg::Esclamativo, titolo);
+                return;
+            }
+            m_cartellaPdf = QFileInfo(nome).absolutePath();
+            MsgBox(QStringLiteral("PDF salvato in ") + QDir::toNativeSeparators(nome), StileMsg::Informazione, titolo);
         });
         // Chiudere la finestra, anche con Esc, è la fine normale della stampa;
         // solo Annulla la annulla.
@@ -185,6 +206,9 @@ public:
             QGuiApplication::restoreOverrideCursor();
         return risposta;
     }
+
+private:
+    QString m_cartellaPdf;  // cartella dell'ultimo PDF salvato in questa sessione
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "printing/MotoreReport.h"
 
+#include "common/disegno_documento.h"
 #include "common/errore.h"
 #include "common/numeri.h"
 #include "common/piattaforma.h"
@@ -13,6 +14,7 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTextDocument>
+#include <QTextOption>
 
 namespace {
 
@@ -202,6 +204,7 @@ ModelloReport ModelloReport::DaTesto(const QString& html, const QString& nome)
     m.m_ordine = Meta(html, QStringLiteral("ordine"));
     m.m_salto = Meta(html, QStringLiteral("salto"));
     m.m_gruppo = Meta(html, QStringLiteral("gruppo"));
+    m.m_pdf = Meta(html, QStringLiteral("pdf"));
     m.m_orizzontale = Meta(html, QStringLiteral("foglio")).compare(QLatin1String("orizzontale"), Qt::CaseInsensitive) == 0;
     const int righe = Meta(html, QStringLiteral("righe")).toInt();
     if (righe > 0)
@@ -266,6 +269,43 @@ QStringList ModelloReport::campi() const
         if (!n.isEmpty() && !nomi.contains(n.toUpper()))
             nomi << n.toUpper();
     return nomi;
+}
+
+QString ModelloReport::NomePdf(const DatiReport& dati) const
+{
+    QHash<QString, int> colonne;
+    for (int i = 0; i < dati.colonne.size(); ++i)
+        colonne.insert(dati.colonne[i].toUpper(), i);
+    // Un campo vale quando la selezione lo fissa o tutte le righe lo hanno uguale.
+    auto valore = [&](const QString& campo) -> QString {
+        const QString fisso = dati.fissi.value(campo.toUpper());
+        const int c = colonne.value(campo.toUpper(), -1);
+        if (!fisso.isEmpty() || c < 0 || dati.righe.isEmpty())
+            return fisso;
+        const QString primo = dati.righe[0].value(c);
+        for (const QStringList& riga : dati.righe)
+            if (riga.value(c) != primo)
+                return QString();
+        return primo;
+    };
+    const QString modello = m_pdf.isEmpty() ? m_titolo : m_pdf;
+    QString nome;
+    qsizetype ultimo = 0;
+    for (auto it = ReCampo().globalMatch(modello); it.hasNext();) {
+        const auto m = it.next();
+        nome += modello.mid(ultimo, m.capturedStart() - ultimo) + valore(m.captured(1)).trimmed();
+        ultimo = m.capturedEnd();
+    }
+    nome += modello.mid(ultimo);
+    // Solo lettere, cifre, trattino e trattino basso: il nome vale su ogni disco.
+    static const QRegularExpression vietati(QStringLiteral("[^A-Za-z0-9_-]+"));
+    static const QRegularExpression doppi(QStringLiteral("_{2,}"));
+    nome.replace(vietati, QStringLiteral("_")).replace(doppi, QStringLiteral("_"));
+    while (nome.startsWith(QLatin1Char('_')))
+        nome.remove(0, 1);
+    while (nome.endsWith(QLatin1Char('_')))
+        nome.chop(1);
+    return nome.isEmpty() ? QStringLiteral("Stampa") : nome;
 }
 
 QString ModelloReport::Componi(const DatiReport& dati) const
@@ -347,6 +387,11 @@ std::unique_ptr<QTextDocument> CreaDocumento(const ModelloReport& modello, const
     auto documento = std::make_unique<QTextDocument>();
     documento->setUndoRedoEnabled(false);
     documento->setDocumentMargin(0);
+    // Le parole vanno a capo solo fra l'una e l'altra, mai nel mezzo: una
+    // colonna troppo stretta si allarga, non spezza un codice o un importo.
+    QTextOption opzione = documento->defaultTextOption();
+    opzione.setWrapMode(QTextOption::WordWrap);
+    documento->setDefaultTextOption(opzione);
     documento->setHtml(html);
     documento->setMetaInformation(QTextDocument::DocumentTitle, modello.titolo());
     // A4 in punti: il disegno ne prende il verso.
@@ -427,6 +472,7 @@ std::unique_ptr<QTextDocument> ControlloReport::Componi()
         propria->Close();
 
     auto documento = CreaDocumento(modello, modello.Componi(dati));
+    ImpostaNomePdf(*documento, modello.NomePdf(dati));
     if (!WindowTitle.isEmpty())
         documento->setMetaInformation(QTextDocument::DocumentTitle, WindowTitle);
     return documento;

@@ -12,6 +12,7 @@
 //   <meta name="gruppo" content="CAMPO">        testata e piede di gruppo quando cambia
 //   <meta name="righe" content="30">            righe al più per pagina (testate e piedi contano uno)
 //   <meta name="foglio" content="orizzontale">  A4 orizzontale (altrimenti verticale)
+//   <meta name="pdf" content="Bolle_[[DOMANDA]]">  nome proposto per il PDF
 // e nel corpo le sezioni, in quest'ordine, tra commenti:
 //   <!--PAGINA--> testa della pagina
 //     <!--TESTA--> testata di gruppo <!--/TESTA-->
@@ -76,6 +77,9 @@ public:
     const QList<bool>& discendente() const { return m_discendente; }
     bool orizzontale() const { return m_orizzontale; }
     QString titolo() const { return m_titolo; }
+    // Nome proposto per il PDF (senza estensione): i campi valgono quando la
+    // selezione li fissa o tutte le righe li hanno uguali, altrimenti restano vuoti.
+    QString NomePdf(const DatiReport& dati) const;
     // Nomi (in maiuscolo) dei segnaposti di formula e dei campi usati.
     QStringList formule() const;
     QStringList campi() const;
@@ -84,7 +88,7 @@ public:
 
 private:
     QString m_nome;
-    QString m_query, m_ordine, m_salto, m_gruppo, m_titolo;
+    QString m_query, m_ordine, m_salto, m_gruppo, m_titolo, m_pdf;
     QStringList m_ordinePer;
     QList<bool> m_discendente;
     int m_righe = 40;

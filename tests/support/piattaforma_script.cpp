@@ -53,7 +53,7 @@ int PiattaformaScript::AnteprimaStampa(QTextDocument& documento, const QString& 
     const QString pdf = QDir(base).filePath(QStringLiteral("anteprima_%1.pdf").arg(anteprime.size() + 1));
     if (!ScriviPdf(documento, pdf))
         ADD_FAILURE() << "PDF dell'anteprima non scritto: " << pdf.toStdString();
-    anteprime << AnteprimaRegistrata{titolo, pdf};
+    anteprime << AnteprimaRegistrata{titolo, pdf, NomePdf(documento)};
     return risposteAnteprima.isEmpty() ? RispostaMsg::OK : risposteAnteprima.dequeue();
 }
 

@@ -17,10 +17,12 @@ struct MessaggioRegistrato {
     QString titolo;
 };
 
-// Un'anteprima di stampa: il titolo della finestra e il PDF scritto al suo posto.
+// Un'anteprima di stampa: il titolo della finestra, il PDF scritto al suo posto
+// e il nome che l'anteprima proporrebbe per salvarlo.
 struct AnteprimaRegistrata {
     QString titolo;
     QString pdf;
+    QString nomePdf;
 };
 
 // Sollevata da TerminaProcesso.
