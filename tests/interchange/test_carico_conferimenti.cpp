@@ -6,9 +6,9 @@
 
 #include "common/errore.h"
 #include "fornitura_conferimenti_prova.h"
+#include "support/figlio_prova.h"
 
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QThread>
 #include <cstdio>
 
@@ -319,11 +319,8 @@ TEST_F(CaricoConferimentiProva, ProcessoUccisoAMetaCarico)
     sessione().DbDistilleria.reset();
 
     QProcess figlio;
-    QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
-    ambiente.insert(QString::fromLatin1(VariabileFiglio), cartella->cartella());
-    figlio.setProcessEnvironment(ambiente);
     figlio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    figlio.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--gtest_filter=CaricoConferimentiInterrotto.Figlio")});
+    AvviaFiglio(figlio, "CaricoConferimentiInterrotto.Figlio", VariabileFiglio, cartella->cartella());
     ASSERT_TRUE(figlio.waitForStarted());
     QByteArray uscita;
     while (!uscita.contains("SCRITTE") && figlio.state() == QProcess::Running && figlio.waitForReadyRead(300000))

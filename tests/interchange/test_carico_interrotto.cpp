@@ -5,10 +5,10 @@
 
 #include "fornitura_prova.h"
 #include "interchange/CaricoFatture.h"
+#include "support/figlio_prova.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QProcess>
 #include <QThread>
 
 using namespace FornituraProva;
@@ -58,11 +58,8 @@ TEST(CaricoInterrotto, NessunaRigaDopoLaCaduta)
     const QString wal = cartella.percorsoDatabase() + "-wal";
 
     QProcess figlio;
-    QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
-    ambiente.insert(VariabileFiglio, cartella.cartella());
-    figlio.setProcessEnvironment(ambiente);
     figlio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    figlio.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=CaricoInterrotto.Figlio"});
+    AvviaFiglio(figlio, "CaricoInterrotto.Figlio", VariabileFiglio, cartella.cartella());
     ASSERT_TRUE(figlio.waitForStarted());
 
     QElapsedTimer tempo;

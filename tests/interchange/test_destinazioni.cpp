@@ -4,6 +4,9 @@
 #include "interchange/Destinazioni.h"
 #include "support/prova.h"
 
+#include <QTemporaryDir>
+#include <list>
+
 namespace {
 
 class Destinazioni : public ProvaConDatabase {
@@ -91,26 +94,42 @@ TEST_F(Destinazioni, SullaCartellaFloppy)
     }
 }
 
+// Il nome si cerca con qualunque maiuscola; due nomi che differiscono solo
+// per le maiuscole non si scelgono a caso.
 TEST_F(Destinazioni, TrovaFileInCartella)
 {
-    const QString giusta = cartella->cartella();
-    QFile f(QDir(giusta).filePath("ART29FAT2005.txt"));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.close();
+    std::list<QTemporaryDir> dirs;
+    const auto con = [&](const QStringList& nomi) {
+        const QString c = dirs.emplace_back().path();
+        for (const QString& nome : nomi) {
+            QFile f(QDir(c).filePath(nome));
+            EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        }
+        return c;
+    };
+    const QString giusta = con({"ART29FAT2005.txt"}), maiuscole = con({"ART29FAT2005.TXT"}),
+                  minuscole = con({"art29fat2005.txt"}), doppie = con({"ART29FAT2005.TXT", "ART29FAT2005.txt"});
     const QString trovato = QDir(giusta).filePath("ART29FAT2005.txt");
-    const MessaggioRegistrato sbagliato{"Il percorso indicato non è corretto", 53, " Carico della Domanda "};
+    const QString titolo = " Carico della Domanda ";
+    const MessaggioRegistrato sbagliato{"Il percorso indicato non è corretto", 53, titolo};
     const struct {
         const char* nome;
         QStringList cartelle;
         QList<int> risposte;
         QString risultato;
-        int messaggi;
+        Messaggi messaggi;
     } casi[] = {
-        {"trovato subito", {giusta}, {}, trovato, 0},
-        {"cartella con la barra", {giusta + "/"}, {}, trovato, 0},
-        {"riprova e trova", {"/tmp", giusta}, {4}, trovato, 1},
-        {"annulla dopo il rifiuto", {"/tmp"}, {2}, "", 1},
-        {"nessuna cartella", {}, {}, "", 0},
+        {"trovato subito", {giusta}, {}, trovato, {}},
+        {"cartella con la barra", {giusta + "/"}, {}, trovato, {}},
+        {"riprova e trova", {"/tmp", giusta}, {4}, trovato, {sbagliato}},
+        {"annulla dopo il rifiuto", {"/tmp"}, {2}, "", {sbagliato}},
+        {"nessuna cartella", {}, {}, "", {}},
+        {"maiuscole diverse dall'etichetta", {maiuscole}, {}, QDir(maiuscole).filePath("ART29FAT2005.TXT"), {}},
+        {"tutto minuscolo", {minuscole}, {}, QDir(minuscole).filePath("art29fat2005.txt"), {}},
+        {"due nomi che differiscono per le maiuscole", {doppie}, {2}, "",
+         {{"Nella cartella ci sono più file di nome ART29FAT2005.txt che differiscono solo per maiuscole e "
+           "minuscole: ART29FAT2005.TXT, ART29FAT2005.txt. Lasciarne uno solo.",
+           53, titolo}}},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.nome);
@@ -122,7 +141,8 @@ TEST_F(Destinazioni, TrovaFileInCartella)
         QString nome = "ART29FAT2005.txt";
         EXPECT_EQ(c.risultato, TrovaFileInCartella(nome, "titolo"));
         EXPECT_EQ(c.risultato.isEmpty() ? QString("ART29FAT2005.txt") : c.risultato, nome);
-        EXPECT_EQ(Messaggi(c.messaggi, sbagliato), script->messaggi);
+        EXPECT_EQ(c.messaggi, script->messaggi);
+        EXPECT_TRUE(script->risposte.isEmpty());
     }
 }
 

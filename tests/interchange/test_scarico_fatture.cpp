@@ -1,18 +1,31 @@
 // Scarico di una domanda del ramo fatture: il file finale byte per byte, i
 // numeri PROG_DSK e PROG_INVIO, ogni riga della tabella dei guasti, il
-// dischetto e la maschera frmScarico.
+// dischetto e la maschera frmScarico; poi il file consegnato davanti ai
+// guasti veri: supporti protetti, disco pieno, un processo ucciso a metà.
 
 #include "interchange/Destinazioni.h"
 #include "interchange/ScaricoFatture.h"
 #include "interchange/frmScarico.h"
 #include "record_prova.h"
+#include "shell/frmSpalsh.h"
 #include "shell/registro_maschere.h"
+#include "support/figlio_prova.h"
+#include "../archive/sola_lettura.h"
+
+#include <QRegularExpression>
+#include <QThread>
+#include <cerrno>
+#include <cstring>
+#include <functional>
+#include <optional>
+#include <sys/mount.h>
 
 namespace {
 
 const QString Titolo = QStringLiteral(" Scarico della Domanda ");
 const QString NomeLungo = QStringLiteral("CANTINA SOCIALE COOPERATIVA DEI VIGNAIOLI RIUNITI DELLE COLLINE DI CANELLI E");
 const QString Etichetta = QStringLiteral(" FrmSelezionaFatture.SelRiga_SelFatture");
+const char* const VariabileFiglio = "FERMOLA_SCARICO_FIGLIO";
 
 class ScaricoFatture : public ProvaConDatabase {
 protected:
@@ -68,6 +81,27 @@ protected:
     {
         return Righe(db(), "SELECT PROG FROM PROG_DSK").join(',') + " " +
                Righe(db(), "SELECT SCAR || PROG_INVIO FROM DOMANDE").join(',');
+    }
+
+    // La domanda con "fatture" fatture uguali (262 byte l'una nel file).
+    void SeminaFatture(int fatture)
+    {
+        SeminaDomanda(false);
+        for (int i = 1; i <= fatture; ++i)
+            db().Execute("INSERT INTO FATTURE (ID_DOMANDA, CODI_FISC, DENOMINAZIONE, NUME_FATT, DATA_FATT, QTA_PROD,"
+                         " QTA_LAVO, GRAD, IMPO, ID_LAVORAZIONE) VALUES (?, 'RSSMRA70A01H501S', 'CANTINA', ?,"
+                         " '15/03/2006', '1500,0000', '1480,0000', '12,5000', '3675,00', 1)",
+                         {sessione().DomandaSel.ID_DOMANDA, i});
+    }
+    static QStringList Contenuto(const QString& cartella)
+    {
+        return QDir(cartella).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+    static void Scrivi(const QString& percorso, const QByteArray& dati = "x")
+    {
+        QFile f(percorso);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(dati);
     }
 
     QString destinazione;
@@ -218,6 +252,143 @@ TEST_F(ScaricoFatture, MascheraRegistrataEApertaPerNome)
     EXPECT_EQ(QStringList({"Selezionare il Percorso di scarico.", "Selezionare il Percorso di scarico."}),
               script->titoliCartella);
     AnnullaRegistrazioni();
+}
+
+MessaggioRegistrato LogErr(int numero, const QString& descrizione)
+{
+    return {MessaggioLogErr(numero, descrizione, Etichetta), 48, "Gestione Errori"};
+}
+
+TEST_F(ScaricoFatture, DestinazioniCheNonSiScrivonoNonLascianoNullaAMeta)
+{
+    const MessaggioRegistrato svuota{"Attenzione il contenuto del floppy verra cancellato", 64, ""};
+    const MessaggioRegistrato protezione{"Togliere la protezione in scrittura dal dischetto", 17, Titolo};
+    struct Caso {
+        const char* nome;
+        bool floppy;      // destinazione sul dischetto, altrimenti la cartella
+        bool protetta;
+        QList<int> risposte;
+        std::function<Messaggi(const QString& cartella)> attesi;
+        QString stato;
+        QStringList restano;
+    } casi[] = {
+        {"cartella protetta: errore registrato, nessuna ripetizione", false, true, {},
+         [](const QString& c) {
+             return Messaggi{LogErr(75, "Impossibile scrivere '" + QDir(c).filePath("KelvarFAT.001.nuovo") +
+                                            "': cartella o supporto protetti in scrittura.")};
+         },
+         "1 N0", {"vecchio.txt"}},
+        {"dischetto protetto: OK ripete, Annulla chiude lo scarico", true, true,
+         {RispostaMsg::OK, RispostaMsg::OK, RispostaMsg::OK, RispostaMsg::Annulla},
+         [&](const QString&) {
+             return Messaggi{svuota, protezione, svuota, protezione, LogErr(75, "Errore di accesso al percorso/file")};
+         },
+         "0 N0", {"vecchio.txt"}},
+        {"copia provvisoria di uno scarico interrotto", false, false, {},
+         [](const QString&) { return Messaggi{}; }, "1 S1", {"KelvarFAT.001", "vecchio.txt"}},
+    };
+    for (const Caso& c : casi) {
+        SCOPED_TRACE(c.nome);
+        TearDown();
+        SetUp();
+        script->AccettaMessaggiSenzaRisposta();
+        SeminaFatture(3);
+        const QString cartella = c.floppy ? sessione().CartellaFloppy : destinazione;
+        QDir().mkpath(cartella);
+        Scrivi(QDir(cartella).filePath("vecchio.txt"));
+        Scrivi(QDir(cartella).filePath("KelvarFAT.007.nuovo"), "a met");
+        std::optional<SolaLettura> blocco;
+        if (c.protetta) {
+            QFile::remove(QDir(cartella).filePath("KelvarFAT.007.nuovo"));
+            blocco.emplace(cartella);
+            if (!ScritturaNegata(cartella))
+                continue;  // qui neppure root si ferma: la prova non ha senso
+        }
+        script->risposte.append(c.risposte);
+        EXPECT_EQ(!c.protetta, ScaricaDomanda(cartella));
+        blocco.reset();
+        EXPECT_EQ(c.attesi(cartella), script->messaggi);
+        EXPECT_TRUE(script->risposte.isEmpty());
+        EXPECT_EQ(c.stato, Stato());
+        EXPECT_EQ(c.protetta, QFile::exists(Temporaneo()));
+        EXPECT_EQ(c.restano, Contenuto(cartella));
+    }
+}
+
+// Un supporto davvero pieno: un file system piccolo montato per la prova.
+TEST_F(ScaricoFatture, DiscoPienoVero)
+{
+    script->AccettaMessaggiSenzaRisposta();
+    SeminaFatture(20);  // più di una pagina da 4 KB
+    if (::mount("tmpfs", QFile::encodeName(destinazione).constData(), "tmpfs", 0, "size=4k") != 0)
+        GTEST_SKIP() << "montaggio non permesso qui: " << std::strerror(errno);
+    EXPECT_FALSE(ScaricaDomanda(destinazione));
+    const QStringList restano = Contenuto(destinazione);
+    ::umount2(QFile::encodeName(destinazione).constData(), MNT_DETACH);
+    EXPECT_EQ(Messaggi{LogErr(61, "Impossibile scrivere '" + QDir(destinazione).filePath("KelvarFAT.001.nuovo") +
+                                      "': disco pieno o supporto tolto durante la scrittura.")},
+              script->messaggi);
+    EXPECT_EQ(QStringList{}, restano);
+    EXPECT_EQ("1 N0", Stato());
+    EXPECT_TRUE(QFile::exists(Temporaneo()));
+}
+
+// Il figlio: scarichi della stessa domanda senza sosta finché non lo si uccide.
+TEST(DISABLED_FiglioScarico, CicloSenzaFine)
+{
+    const QString cartella = qEnvironmentVariable(VariabileFiglio);
+    ASSERT_FALSE(cartella.isEmpty());
+    InstallaPiattaformaScript().AccettaMessaggiSenzaRisposta();
+    sessione().PathDatabase = QDir(cartella).filePath("database") + '/';
+    sessione().DistilleriaDati = Distilleria();
+    sessione().CampagnaCorrente = "2005";
+    sessione().DbDistilleria = Database::Apri(sessione().PathDatabase + NomeDatabase, false, ConnessioneDb);
+    sessione().DomandaSel.ID_DOMANDA =
+        static_cast<qint32>(Db().OpenRecordset("SELECT MAX(ID_DOMANDA) FROM DOMANDE").Fields(0).intero());
+    fputs("via\n", stderr);
+    for (;;)
+        ScaricaDomanda(QDir(cartella).filePath("uscita"));
+}
+
+TEST_F(ScaricoFatture, UnoScaricoUccisoNonLasciaFileAMeta)
+{
+    script->AccettaMessaggiSenzaRisposta();
+    SeminaFatture(40);
+    sessione().DbDistilleria.reset();
+    for (int giro = 0; giro < 8; ++giro) {
+        SCOPED_TRACE(giro);
+        QProcess figlio;
+        AvviaFiglio(figlio, "DISABLED_FiglioScarico.*", VariabileFiglio, cartella->cartella());
+        ASSERT_TRUE(FiglioPartito(figlio));
+        QThread::msleep(30 + (giro * 89) % 400);
+        figlio.kill();
+        figlio.waitForFinished();
+        // L'avvio: il database si apre ed è integro.
+        script->messaggi.clear();
+        AggiornamentoVersione();
+        EXPECT_EQ(Messaggi{}, script->messaggi);
+        EXPECT_EQ(QStringList{"ok"}, RigheDelFile(cartella->percorsoDatabase(), "PRAGMA integrity_check"));
+    }
+    // Uno scarico ancora: toglie le sue copie provvisorie rimaste.
+    db();
+    ASSERT_TRUE(ScaricaDomanda(destinazione));
+    const QStringList finali = Contenuto(destinazione);
+    ASSERT_FALSE(finali.isEmpty());
+    QFile ultimo(QDir(destinazione).filePath(finali.last()));
+    ASSERT_TRUE(ultimo.open(QIODevice::ReadOnly));
+    // Il corpo: tutto dopo la testata, che cambia da un file all'altro.
+    const auto Corpo = [](const QByteArray& dati) { return dati.mid(dati.indexOf('\n') + 1); };
+    const QByteArray corpo = Corpo(ultimo.readAll());
+    const QList<QByteArray> righe = corpo.split('\n');
+    ASSERT_EQ(42, righe.size()) << "40 fatture, la coda e il fine riga";
+    EXPECT_TRUE(righe.at(40).startsWith('9'));
+    for (const QString& nome : finali) {
+        SCOPED_TRACE(nome.toStdString());
+        EXPECT_TRUE(QRegularExpression("^KelvarFAT\\.\\d{3}$").match(nome).hasMatch());
+        QFile f(QDir(destinazione).filePath(nome));
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+        EXPECT_EQ(corpo, Corpo(f.readAll())) << "file intero, uguale all'ultimo fuori che nella testata";
+    }
 }
 
 }  // namespace
