@@ -5,7 +5,8 @@
 #include <QByteArray>
 #include <QList>
 #include <QPair>
-#include "support/prova.h"
+#include <QString>
+#include <QStringList>
 
 namespace ConferimentiProva {
 

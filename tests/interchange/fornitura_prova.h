@@ -4,7 +4,8 @@
 
 #include "interchange/FileFornitura.h"
 
-#include "support/prova.h"
+#include <QString>
+#include <QStringList>
 
 namespace FornituraProva {
 

@@ -2,6 +2,7 @@
 // routine delle maschere, la quadratura della testata in ogni certificato, i
 // rifiuti, i file guasti, l'annullamento a mano dopo un errore e la caduta
 // del processo a metà carico.
+#include "support/prova.h"
 #include "interchange/CaricoConferimenti.h"
 
 #include "common/errore.h"

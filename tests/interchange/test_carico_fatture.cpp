@@ -2,6 +2,7 @@
 // file cattivo, elenchi degli scarti, controllo di fine carico, secondo carico
 // rifiutato, guasto a metà scrittura e la maschera frmCarico.
 
+#include "support/prova.h"
 #include "fornitura_prova.h"
 #include "interchange/CaricoFatture.h"
 #include "interchange/frmCarico.h"

@@ -1,6 +1,7 @@
 // Guasti veri durante i due carichi: una conferma che fallisce, il disco
 // pieno sotto il database (in un processo figlio, questo stesso eseguibile
 // lanciato sul solo test Figlio), e il menu fermo mentre un carico scrive.
+#include "support/prova.h"
 #include "fornitura_conferimenti_prova.h"
 #include "fornitura_prova.h"
 #include "interchange/CaricoConferimenti.h"

@@ -3,6 +3,7 @@
 // quel carico. Il carico gira in un processo figlio, lo stesso eseguibile di
 // prova lanciato sul solo test Figlio.
 
+#include "support/prova.h"
 #include "fornitura_prova.h"
 #include "interchange/CaricoFatture.h"
 #include "support/figlio_prova.h"

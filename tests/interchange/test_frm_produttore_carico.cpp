@@ -1,5 +1,6 @@
 // FrmProduttore_carico: la maschera comune dei carichi (provata per intero
 // con frmCarico) con il nome del file e il carico dei conferimenti.
+#include "support/prova.h"
 #include "interchange/FrmProduttore_carico.h"
 
 #include "fornitura_conferimenti_prova.h"
