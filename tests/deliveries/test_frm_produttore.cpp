@@ -77,11 +77,9 @@ protected:
             Campo(i)->setText(t);
     }
     // Produttore completo: 10 ettolitri a 12 gradi fanno 120 ettogradi; il calcolo dà il resto.
-    void Compila(bool conMese = true)
+    void Compila()
     {
-        Scrivi({{6, PartitaIva}, {7, "D'ANNA & C."}, {8, "CONTR1"}, {13, "10"}, {16, "12"}});
-        if (conMese)
-            Scrivi({{11, "3"}, {12, "1"}});
+        Scrivi({{6, PartitaIva}, {7, "D'ANNA & C."}, {8, "CONTR1"}, {11, "3"}, {12, "1"}, {13, "10"}, {16, "12"}});
         maschera->cboProdotto[15]->setCurrentIndex(maschera->cboProdotto[15]->findText("ROSSO RO"));
         QTest::mouseClick(maschera->Cmdcalcolo, Qt::LeftButton);
     }
@@ -91,83 +89,58 @@ protected:
     std::unique_ptr<FrmProduttore> maschera;
 };
 
-// ------------------------------------------------------------ salvataggio
-
-struct CasoSalva {
-    const char* nome;
-    Campi modifiche;
-    QList<int> risposte;
-    QList<MessaggioRegistrato> messaggi;
-    QString riga;  // vuota: niente salvato
-};
-
-void PrintTo(const CasoSalva& c, std::ostream* os) { *os << c.nome; }
-
-class SalvataggioProduttore : public ProvaProduttore, public ::testing::WithParamInterface<CasoSalva> {};
-
-TEST_P(SalvataggioProduttore, DomandeDelCalcoloERigheScritte)
+// Il salvataggio con le domande del calcolo. Salvato: la maschera si chiude, il
+// certificato è legato e la domanda va ristampata. L'articolo 30 ha il
+// riquadro chiuso, il mese vuoto dà il codice 11 e il record passa con le
+// aliquote 1.1222; l'aiuto sul neutro, 269,328, è scritto arrotondato e
+// confrontato troncato, e la differenza tenuta con No.
+TEST_F(ProvaProduttore, SalvataggioConLeDomandeDelCalcolo)
 {
-    const CasoSalva& caso = GetParam();
-    Apri();
-    Compila();
-    Scrivi(caso.modifiche);
-    for (int r : caso.risposte)
-        script->Rispondi(r);
-    Salva();
-    EXPECT_EQ(script->messaggi, caso.messaggi);
-    EXPECT_EQ(Produttori(), caso.riga.isEmpty() ? QStringList() : QStringList{caso.riga});
-    // Salvato: la maschera si chiude, il collegamento c'è e la domanda va ristampata.
-    const bool salvato = !caso.riga.isEmpty();
-    EXPECT_EQ(maschera->isVisible(), !salvato);
-    EXPECT_EQ(Righe(db(), "SELECT iD_UTF, iD_PRODUTTORE FROM TAB_ID_UTF_PRODUTTORE"),
-              salvato ? QStringList{"3|" + QString::number(sessione().ProduttoreSel.iD_PRODUTTORI)} : QStringList());
-    EXPECT_EQ(Righe(db(), "SELECT STAM, SCAR FROM DOMANDE_PRODUTTORI"), QStringList{salvato ? "N|N" : "S|S"});
-}
-
-const QString TitoloDomande = TitoloLungo;
-const QString DiffGrezzo = Differenze + "\r\nIl valore calcolato degli Quantità alcole grezzo é 6,0000\r\n";
-const QString OverflowEttogradi = "OVERFLOW - Il campo Ettogradi non puo' essere calcolato \r\n\r\n";
-const QString Coda29 = QStringLiteral("|0,0000|0,0000||000|2");
-
-INSTANTIATE_TEST_SUITE_P(
-    Casi, SalvataggioProduttore,
-    ::testing::Values(
-        CasoSalva{"coerente_senza_domande", {}, {}, {}, Riga("6,0000", "1050,60", "1712,88", Coda29)},
-        CasoSalva{"differenze_no_tiene",
-                  {{18, "7,0000"}},
-                  {RispostaMsg::No},
-                  {{DiffGrezzo + "Sostituire con i valori calcolati ?", StileMsg::SiNo, TitoloDomande}},
-                  Riga("7,0000", "1050,60", "1712,88", Coda29)},
+    const struct {
+        const char* articolo;
+        Campi modifiche;
+        QList<int> risposte;
+        Messaggi messaggi;
+        int codice;
+        QString riga;  // vuota: niente salvato
+    } casi[] = {
         // 5 000 000 x 12 = 60 000 000,0000: nove cifre prima della virgola.
-        CasoSalva{"overflow_annulla_niente",
-                  {{13, "5000000"}, {16, "12"}},
-                  {RispostaMsg::OK, RispostaMsg::Annulla},
-                  {{TroppoGrande, StileMsg::Informazione, "Produttore"},
-                   {OverflowEttogradi + "I dati saranno salvati senza calcoli automatici", StileMsg::OKAnnulla,
-                    TitoloDomande}},
-                  QString()}),
-    [](const auto& info) { return std::string(info.param.nome); });
-
-// Articolo 30: riquadro chiuso, il mese vuoto dà il codice 11 e il record
-// passa con le aliquote 1.1222.
-TEST_F(ProvaProduttore, Articolo30SalvaColCodice11)
-{
-    sessione().DomandaProduttoreSel.TIPO_ARTICOLO = QStringLiteral("30");
-    Apri();
-    EXPECT_FALSE(maschera->Fra29->isEnabled());
-    Compila(false);
-    // L'aiuto sul neutro, 269,328, è scritto arrotondato e confrontato troncato.
-    script->Rispondi(RispostaMsg::No);
-    Salva();
-    EXPECT_EQ(sessione().IndiceCampo, 11);
-    EXPECT_EQ(script->messaggi,
-              (Messaggi{{Differenze + "\r\nIl valore calcolato degli Aiuto alcole neutro é 269,33\r\n"
-                                      "Sostituire con i valori calcolati ?",
-                         StileMsg::SiNo, TitoloLungo}}));
-    EXPECT_EQ(Righe(db(), "SELECT ETTOGRADI, AIUTO_ALCOLE_GREZZO, AIUTO_ALCOLE_NEUTRO, AIUTO_ACQUAVITE, TOTALE_AIUTO, "
-                          "PERC_APPROVAZIONE_ANTICIPATA FROM PRODUTTORI"),
-              QStringList{"120,0000|673,32|269,33|134,66|1077,31|000"});
-    EXPECT_FALSE(maschera->isVisible());
+        {"29", {{13, "5000000"}}, {RispostaMsg::OK, RispostaMsg::Annulla},
+         {{TroppoGrande, StileMsg::Informazione, "Produttore"},
+          {"OVERFLOW - Il campo Ettogradi non puo' essere calcolato \r\n\r\n"
+           "I dati saranno salvati senza calcoli automatici", StileMsg::OKAnnulla, TitoloLungo}},
+         0, {}},
+        {"29", {}, {}, {}, 0, Riga("6,0000", "1050,60", "1712,88", "|0,0000|0,0000||000|2")},
+        {"30", {{11, ""}, {12, ""}}, {RispostaMsg::No},
+         {{Differenze + "\r\nIl valore calcolato degli Aiuto alcole neutro é 269,33\r\n"
+                        "Sostituire con i valori calcolati ?",
+           StileMsg::SiNo, TitoloLungo}},
+         11, "01234567897|D'ANNA & C.|120,0000|6,0000|2,4000|1,2000|673,32|269,33|134,66|1077,31|"
+             "|0,0000|0,0000||000|2"},
+    };
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.articolo);
+        db().Execute("DELETE FROM PRODUTTORI");
+        db().Execute("DELETE FROM TAB_ID_UTF_PRODUTTORE");
+        db().Execute("UPDATE DOMANDE_PRODUTTORI SET STAM = 'S', SCAR = 'S'");
+        sessione().DomandaProduttoreSel.TIPO_ARTICOLO = QString::fromLatin1(c.articolo);
+        script->messaggi.clear();
+        Apri();
+        EXPECT_EQ(maschera->Fra29->isEnabled(), QByteArray(c.articolo) == "29");
+        Compila();
+        Scrivi(c.modifiche);
+        for (int r : c.risposte)
+            script->Rispondi(r);
+        Salva();
+        EXPECT_EQ(sessione().IndiceCampo, c.codice);
+        EXPECT_EQ(script->messaggi, c.messaggi);
+        const bool salvato = !c.riga.isEmpty();
+        EXPECT_EQ(Produttori(), salvato ? QStringList{c.riga} : QStringList());
+        EXPECT_EQ(maschera->isVisible(), !salvato);
+        EXPECT_EQ(Righe(db(), "SELECT iD_UTF, iD_PRODUTTORE FROM TAB_ID_UTF_PRODUTTORE"),
+                  salvato ? QStringList{"3|" + QString::number(sessione().ProduttoreSel.iD_PRODUTTORI)} : QStringList());
+        EXPECT_EQ(Righe(db(), "SELECT STAM, SCAR FROM DOMANDE_PRODUTTORI"), QStringList{salvato ? "N|N" : "S|S"});
+    }
 }
 
 // La modifica non mostra campagna, massima quantità e quantità richiesta: le

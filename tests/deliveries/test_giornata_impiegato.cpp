@@ -1,13 +1,12 @@
 // La giornata dell'impiegato: dove una maschera faceva inciampare. La cornice
-// vuota lasciata dai carichi, la cartella ricordata per lavoro, l'associazione
-// senza certificato, la didascalia del produttore, la riga vuota delle combo,
-// l'articolo 30 del 2005 con campagne più recenti nella tabella.
+// vuota lasciata dai carichi, la cartella ricordata per lavoro, la didascalia
+// del produttore, la riga vuota delle combo, l'articolo 30 del 2005 con
+// campagne più recenti nella tabella.
 #include "archive/Archivio.h"
 #include "common/piattaforma.h"
 #include "conferimenti_prova.h"
 #include "deliveries/FrmProduttore.h"
 #include "deliveries/Frmproduttore_Domanda.h"
-#include "deliveries/frmProduttoriNoAssociati.h"
 #include "interchange/MascheraCarico.h"
 #include "interchange/registra_carico_conferimenti.h"
 #include "interchange/registra_forniture.h"
@@ -158,23 +157,6 @@ TEST_F(Giornata, LaCartellaRicordataPerLavoro)
     EXPECT_FALSE(Gestione_DataBase(1, QStringLiteral("orvelta_2005.bkp"), sessione().PathDatabase));
     EXPECT_EQ(aperte, QStringList{QDir(sessione().PathDatabase).absolutePath()});
     dialoghi.stop();
-}
-
-// Senza un certificato in mano Associa rifiuta: legato al certificato 0 il
-// produttore sparirebbe da ogni elenco.
-TEST_F(Giornata, AssociaSenzaCertificatoRifiuta)
-{
-    sessione().TitoloMaschera = QStringLiteral(" Certificato UTF ");
-    sessione().UtfSel.iD_UTF = 0;
-    frmProduttoriNoAssociati l;
-    Attiva(&l);
-    l.TDBG_ProduttoriNoAss->selectRow(0);
-    QTest::mouseClick(l.cmdOperazioni[0], Qt::LeftButton);
-    EXPECT_EQ(script->messaggi,
-              (Messaggi{{QStringLiteral("Nessun certificato UTF scelto: il produttore non si può associare."), 64,
-                         QStringLiteral(" Certificato UTF ")}}));
-    EXPECT_EQ(Legami(), (QStringList{"1|1", "1|2"}));
-    EXPECT_EQ(l.Data_produttoriNoAss->rowCount(), 3);
 }
 
 // La combo del prodotto della fattura e quella del colore del produttore

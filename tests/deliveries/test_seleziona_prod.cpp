@@ -5,33 +5,16 @@
 #include "deliveries/frmProduttoriNoAssociati.h"
 #include "deliveries/registra_conferimenti_utf.h"
 #include "shell/registro_maschere.h"
+#include "support/maschere_finte.h"
 
 #include "conferimenti_prova.h"
 
 #include <QHeaderView>
 #include <QTabWidget>
-#include <QTimer>
 
 namespace {
 
 const QString Titolo = QStringLiteral(" Certificato UTF ");
-
-// Maschera al posto di quelle aperte per nome: annota come trova la sessione e
-// si chiude; quella del certificato ne cambia il numero, come un salvataggio.
-struct Apertura { QString nome, modo; qint32 utf = 0, produttore = 0; };
-QList<Apertura> aperture;
-
-class MascheraFinta : public QDialog {
-public:
-    MascheraFinta(const QString& nome, QWidget* genitore) : QDialog(genitore)
-    {
-        const auto& s = sessione();
-        aperture << Apertura{nome, s.ModoMaschera, s.UtfSel.iD_UTF, s.ProduttoreSel.iD_PRODUTTORI};
-        if (nome == QLatin1String("frmProduttore_Utf"))
-            Db().Execute(QStringLiteral("UPDATE TAB_UTF SET NUMERO_CERTIFICATO_UTF = 'SALVATO' WHERE iD_UTF = 2"));
-        QTimer::singleShot(0, this, &QDialog::accept);
-    }
-};
 
 // Le denominazioni della lista dei produttori senza certificato.
 QStringList Nomi(const frmProduttoriNoAssociati& l)
@@ -49,12 +32,16 @@ protected:
         ProvaConferimenti::SetUp();
         AnnullaRegistrazioni();
         RegistraMaschereConferimentiUtf();
-        for (const char* nome : {"FrmProduttore", "frmProduttore_Utf", "frmProduttoriNoAssociati"})
-            RegistraMaschera(
-                QString::fromLatin1(nome),
-                [n = QString::fromLatin1(nome)](QWidget* g) { return new MascheraFinta(n, g); },
-                ::Apertura::Modale);
-        aperture.clear();
+        // Al posto delle maschere aperte per nome: annotano come trovano la
+        // sessione; il certificato salvato cambia nome, come dopo un salvataggio.
+        finte = std::make_unique<MaschereFinte>(
+            QStringList{"FrmProduttore", "frmProduttore_Utf", "frmProduttoriNoAssociati"}, [] {
+                const auto& s = sessione();
+                return QStringLiteral("%1 %2 %3").arg(s.ModoMaschera).arg(s.UtfSel.iD_UTF).arg(s.ProduttoreSel.iD_PRODUTTORI);
+            });
+        finte->azione = [] {
+            Db().Execute(QStringLiteral("UPDATE TAB_UTF SET NUMERO_CERTIFICATO_UTF = 'SALVATO' WHERE iD_UTF = 2"));
+        };
         sessione().TitoloMaschera = Titolo;
         script->AccettaMessaggiSenzaRisposta();
     }
@@ -100,6 +87,7 @@ protected:
     }
 
     std::unique_ptr<FrmProduttore_SelezionaProd> f;
+    std::unique_ptr<MaschereFinte> finte;
 };
 
 }  // namespace
@@ -201,30 +189,29 @@ TEST_F(Browser, ComandiDeiCertificati)
         int riga, pulsante;
         QList<int> risposte;
         Messaggi messaggi;
-        QString aperta, modo;
-        qint32 utf;
+        QString aperta;  // "maschera modo certificato produttore"
         QStringList certificati, marche;
     } casi[] = {
-        {"modifica senza riga", 1, -1, 1, {}, {{AlmenoUtf, 64, Titolo}}, "", "", 0, {"1", "2"}, {}},
-        {"modifica senza certificato", 2, 0, 1, {}, {{Nessuno, 64, Titolo}}, "", "", 0, {"1", "2"}, {}},
-        {"cancella senza riga", 1, -1, 2, {}, {{AlmenoDomanda, 64, Titolo}}, "", "", 0, {"1", "2"}, {}},
-        {"cancella senza certificato", 2, 0, 2, {}, {{Nessuno, 64, Titolo}}, "", "", 0, {"1", "2"}, {}},
-        {"assegna senza riga", 1, -1, 3, {}, {{AlmenoUtf, 64, Titolo}}, "", "", 0, {"1", "2"}, {}},
-        {"cancella con produttori", 1, 0, 2, {6}, {Domanda("UTF000001"), ConProduttori}, "", "", 0, {"1", "2"}, {}},
-        {"cancella, risposta no", 1, 1, 2, {7}, {Domanda("UTF000002")}, "", "", 0, {"1", "2"}, {}},
+        {"modifica senza riga", 1, -1, 1, {}, {{AlmenoUtf, 64, Titolo}}, "", {"1", "2"}, {}},
+        {"modifica senza certificato", 2, 0, 1, {}, {{Nessuno, 64, Titolo}}, "", {"1", "2"}, {}},
+        {"cancella senza riga", 1, -1, 2, {}, {{AlmenoDomanda, 64, Titolo}}, "", {"1", "2"}, {}},
+        {"cancella senza certificato", 2, 0, 2, {}, {{Nessuno, 64, Titolo}}, "", {"1", "2"}, {}},
+        {"assegna senza riga", 1, -1, 3, {}, {{AlmenoUtf, 64, Titolo}}, "", {"1", "2"}, {}},
+        {"cancella con produttori", 1, 0, 2, {6}, {Domanda("UTF000001"), ConProduttori}, "", {"1", "2"}, {}},
+        {"cancella, risposta no", 1, 1, 2, {7}, {Domanda("UTF000002")}, "", {"1", "2"}, {}},
         {"cancella", 1, 1, 2, {6},
-         {Domanda("UTF000002"), {QStringLiteral("Operazione correttamente eseguita."), 64, Titolo}}, "", "", 0,
-         {"1"}, {"1|N|N", "2|S|S", "3|S|S"}},
-        {"nuovo", 2, -1, 0, {}, {}, "frmProduttore_Utf", "I", 0, {"1", "2"}, {}},
-        {"modifica", 1, 1, 1, {}, {}, "frmProduttore_Utf", "M", 2, {"1", "2"}, {}},
-        {"assegna", 1, 1, 3, {}, {}, "frmProduttoriNoAssociati", "", 2, {"1", "2"}, {}},
+         {Domanda("UTF000002"), {QStringLiteral("Operazione correttamente eseguita."), 64, Titolo}}, "", {"1"},
+         {"1|N|N", "2|S|S", "3|S|S"}},
+        {"nuovo", 2, -1, 0, {}, {}, "frmProduttore_Utf I 0 0", {"1", "2"}, {}},
+        {"modifica", 1, 1, 1, {}, {}, "frmProduttore_Utf M 2 0", {"1", "2"}, {}},
+        {"assegna", 1, 1, 3, {}, {}, "frmProduttoriNoAssociati  2 0", {"1", "2"}, {}},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.caso);
         SeminaCertificati();
         db().Execute(QStringLiteral("UPDATE DOMANDE_PRODUTTORI SET STAM='S', SCAR='S'"));
         script->messaggi.clear();
-        aperture.clear();
+        finte->aperte.clear();
         sessione().ModoMaschera.clear();
         Apri(c.domanda);
         Seleziona(0, c.riga);
@@ -233,20 +220,13 @@ TEST_F(Browser, ComandiDeiCertificati)
         QTest::mouseClick(f->Cmddati[c.pulsante], Qt::LeftButton);
         EXPECT_EQ(script->messaggi, c.messaggi);
         EXPECT_TRUE(script->risposte.isEmpty());
-        if (c.aperta.isEmpty()) {
-            EXPECT_TRUE(aperture.isEmpty());
-        } else {
-            ASSERT_EQ(aperture.size(), 1);
-            EXPECT_EQ(aperture[0].nome, c.aperta);
-            EXPECT_EQ(aperture[0].modo, c.modo);
-            EXPECT_EQ(aperture[0].utf, c.utf);
-        }
+        EXPECT_EQ(finte->aperte, c.aperta.isEmpty() ? QStringList() : QStringList{c.aperta});
         EXPECT_EQ(CertificatiRimasti(), c.certificati);
         // Le marche tornano "N" solo se un certificato è stato cancellato.
         EXPECT_EQ(Marche(), c.marche.isEmpty() ? QStringList({"1|S|S", "2|S|S", "3|S|S"}) : c.marche);
         // La lista si ricarica: il certificato cancellato ne esce, il salvato si vede.
         EXPECT_EQ(f->Data_SelProd_utf[0]->rowCount(), c.domanda == 1 ? c.certificati.size() : 1);
-        if (c.modo == QLatin1String("M")) {
+        if (c.aperta.contains(QLatin1String(" M "))) {
             EXPECT_EQ(Colonna(0, "TAB_UTF.NUMERO_CERTIFICATO_UTF"), QStringList({"UTF000001", "SALVATO"}));
         }
         EXPECT_TRUE(f->isVisible());
@@ -262,25 +242,24 @@ TEST_F(Browser, ComandiDeiProduttori)
         int riga, pulsante;
         QList<int> risposte;
         Messaggi messaggi;
-        QString modo;  // vuoto: FrmProduttore non si apre
-        qint32 produttore;
+        QString aperta;
         QStringList legami, somme;
     } casi[] = {
         {"modifica senza riga", -1, 7, {}, {{QStringLiteral("Selezionare almeno un Produttore."), 64, "PRODUTTORE"}},
-         "", 0, {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
-        {"cancella senza riga", -1, 8, {}, {{QStringLiteral("Selezionare almeno una domanda."), 64, Titolo}}, "", 0,
+         "", {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
+        {"cancella senza riga", -1, 8, {}, {{QStringLiteral("Selezionare almeno una domanda."), 64, Titolo}}, "",
          {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
-        {"cancella, risposta no", 1, 8, {7}, {Domanda}, "", 0, {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
-        {"nuovo", -1, 6, {}, {}, "I", 1, {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
-        {"modifica", 1, 7, {}, {}, "M", 2, {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
+        {"cancella, risposta no", 1, 8, {7}, {Domanda}, "", {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
+        {"nuovo", -1, 6, {}, {}, "FrmProduttore I 1 1", {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
+        {"modifica", 1, 7, {}, {}, "FrmProduttore M 1 2", {"1|1", "1|2"}, {"300,5000", "3300,2500"}},
         // Si toglie solo il legame; le somme si rifanno sul produttore rimasto.
         {"cancella", 1, 8, {6}, {Domanda, {QStringLiteral("Operazione correttamente eseguita."), 64, Titolo}},
-         "", 0, {"1|1"}, {"100,5000", "1100,2500"}},
+         "", {"1|1"}, {"100,5000", "1100,2500"}},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.caso);
         script->messaggi.clear();
-        aperture.clear();
+        finte->aperte.clear();
         Apri(1);
         Seleziona(0, 0);
         f->SSTabutf_prod->setCurrentIndex(1);
@@ -289,13 +268,7 @@ TEST_F(Browser, ComandiDeiProduttori)
             script->Rispondi(r);
         QTest::mouseClick(f->Cmddati[c.pulsante], Qt::LeftButton);
         EXPECT_EQ(script->messaggi, c.messaggi);
-        ASSERT_EQ(aperture.size(), c.modo.isEmpty() ? 0 : 1);
-        if (!c.modo.isEmpty()) {
-            EXPECT_EQ(aperture[0].nome, QStringLiteral("FrmProduttore"));
-            EXPECT_EQ(aperture[0].modo, c.modo);
-            EXPECT_EQ(aperture[0].utf, 1);
-            EXPECT_EQ(aperture[0].produttore, c.produttore);
-        }
+        EXPECT_EQ(finte->aperte, c.aperta.isEmpty() ? QStringList() : QStringList{c.aperta});
         EXPECT_EQ(Legami(), c.legami);
         EXPECT_EQ(Campi({15, 16}), c.somme);
         EXPECT_EQ(f->Data_SelProd_utf[1]->rowCount(), c.legami.size());
@@ -339,14 +312,20 @@ TEST_F(ProvaConferimenti, RicercaEAssegnazioneDeiProduttoriLiberi)
                   QStringLiteral("Produttori non Associati a nessuna UTF"));
     }
 
-    // Associa vuole una sola riga selezionata.
+    // Associa vuole una sola riga selezionata e un certificato in mano: legato
+    // al certificato 0 il produttore sparirebbe da ogni elenco.
     const MessaggioRegistrato Solo{QStringLiteral("Selezionare un solo produttore!"), 64, Titolo};
-    const struct { QList<int> selezionate; Messaggi messaggi; QStringList legami, rimasti; } associa[] = {
-        {{}, {Solo}, {"1|1", "1|2"}, {"ROSSI MARIO", "ROSSETTI LUIGI", "BIANCHI ANNA"}},
-        {{0, 2}, {Solo}, {"1|1", "1|2"}, {"ROSSI MARIO", "ROSSETTI LUIGI", "BIANCHI ANNA"}},
-        {{1}, {}, {"1|1", "1|2", "2|4"}, {"ROSSI MARIO", "BIANCHI ANNA"}},
+    const MessaggioRegistrato SenzaUtf{
+        QStringLiteral("Nessun certificato UTF scelto: il produttore non si può associare."), 64, Titolo};
+    const QStringList tutti = {"ROSSI MARIO", "ROSSETTI LUIGI", "BIANCHI ANNA"};
+    const struct { qint32 utf; QList<int> selezionate; Messaggi messaggi; QStringList legami, rimasti; } associa[] = {
+        {2, {}, {Solo}, {"1|1", "1|2"}, tutti},
+        {2, {0, 2}, {Solo}, {"1|1", "1|2"}, tutti},
+        {0, {1}, {SenzaUtf}, {"1|1", "1|2"}, tutti},
+        {2, {1}, {}, {"1|1", "1|2", "2|4"}, {"ROSSI MARIO", "BIANCHI ANNA"}},
     };
     for (const auto& a : associa) {
+        sessione().UtfSel.iD_UTF = a.utf;
         script->messaggi.clear();
         l.TDBG_ProduttoriNoAss->clearSelection();
         for (int r : a.selezionate) {
