@@ -309,7 +309,10 @@ TEST_F(ProvaProduttore, CodiciDelControllo)
         SCOPED_TRACE(c.nome);
         Scrivi(pieno);
         Scrivi(c.modifiche);
+        // La riga vuota in fondo alla combo ritira la scelta.
         maschera->cboProdotto[15]->setCurrentIndex(c.colore);
+        if (c.colore < 0)
+            QTest::keyClick(maschera->cboProdotto[15], Qt::Key_End);
         sessione().UtfSel.QTA_TOT_ACQUAVITE_OTTENUTO = QString::fromLatin1(c.acquavite);
         EXPECT_EQ(maschera->ControllaCampi(), c.codice);
         if (c.codice == 0)
@@ -319,6 +322,7 @@ TEST_F(ProvaProduttore, CodiciDelControllo)
         Salva();
         EXPECT_EQ(script->messaggi, (Messaggi{{c.messaggio, StileMsg::Informazione, titolo}}));
         EXPECT_TRUE(maschera->isVisible());
+        EXPECT_EQ(QApplication::focusWidget() == maschera->cboProdotto[15], c.colore < 0);
     }
     EXPECT_EQ(Produttori(), QStringList());
 }

@@ -1,40 +1,29 @@
 // La giornata dell'impiegato: dove una maschera faceva inciampare. La cornice
-// vuota lasciata dai carichi, la cartella ricordata per lavoro, la didascalia
-// del produttore, la riga vuota delle combo, l'articolo 30 del 2005 con
-// campagne più recenti nella tabella.
+// vuota lasciata dai carichi, la cartella ricordata per lavoro, l'articolo 30
+// del 2005 con campagne più recenti nella tabella.
 #include "archive/Archivio.h"
 #include "common/piattaforma.h"
 #include "conferimenti_prova.h"
-#include "deliveries/FrmProduttore.h"
 #include "deliveries/Frmproduttore_Domanda.h"
 #include "interchange/MascheraCarico.h"
 #include "interchange/registra_carico_conferimenti.h"
 #include "interchange/registra_forniture.h"
-#include "invoices/FrmFattura.h"
 #include "shell/FrmMenu.h"
 #include "shell/registro_maschere.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QTableView>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
-#include <functional>
-#include <memory>
 
 namespace {
-
-const QString Campo(" campo obbligatorio. ");
 
 class Giornata : public ProvaConferimenti {
 protected:
@@ -157,63 +146,6 @@ TEST_F(Giornata, LaCartellaRicordataPerLavoro)
     EXPECT_FALSE(Gestione_DataBase(1, QStringLiteral("orvelta_2005.bkp"), sessione().PathDatabase));
     EXPECT_EQ(aperte, QStringList{QDir(sessione().PathDatabase).absolutePath()});
     dialoghi.stop();
-}
-
-// La combo del prodotto della fattura e quella del colore del produttore
-// finiscono con la riga vuota: la scelta si ritira, e il salvataggio la chiede.
-TEST_F(Giornata, LaSceltaDellaComboSiRitira)
-{
-    Sessione& s = sessione();
-    s.TitoloMaschera = QStringLiteral(" Certificato UTF ");
-    s.ModoMaschera = QStringLiteral("I");
-    s.DomandaSel = {1, "00000000011", "S", "S", "1", "29", "01", "1", "AGR ALCOLE GREZZO", 0, "2005"};
-    s.DomandaProduttoreSel = {1, "00000000011", "S", "S", "29", "1", "0,00", 2, "2005"};
-    s.UtfSel.iD_UTF = 1;
-    s.UtfSel.iD_DOMANDA = 1;
-    const struct {
-        const char* nome;
-        std::function<SchermataRecord*()> apri;
-        int indice;
-        QString ultima, messaggio;
-    } casi[] = {
-        {"fattura",
-         [] {
-             auto* f = new FrmFattura;
-             const std::pair<int, const char*> valori[] = {
-                 {4, "01234567897"}, {5, "CANTINA"}, {6, "15"},  {7, "10/01/2006"},   {8, "05/01/2006"},
-                 {9, "20/01/2006"},  {11, "1"},      {12, "10"}, {13, "100"},         {14, "100"},
-                 {15, "1000,00"},    {16, "200,00"}, {17, "1200,00"}};
-             for (const auto& [i, v] : valori)
-                 f->TxtDati.value(i)->setText(QString::fromLatin1(v));
-             return f;
-         },
-         10, "VQP V.Q.P.R.D.", "Prodotto lavorato"},
-        {"produttore", [] { return new FrmProduttore; }, 15, "ROSSO RO", "Colore del vino "},
-    };
-    for (const auto& c : casi) {
-        SCOPED_TRACE(c.nome);
-        script->messaggi.clear();
-        std::unique_ptr<SchermataRecord> m(c.apri());
-        Attiva(m.get());
-        QComboBox* combo = m->cboProdotto.value(c.indice);
-        ASSERT_NE(combo, nullptr);
-        // Dall'ultima voce vera alla riga vuota, con la tastiera.
-        QTest::keyClick(combo, Qt::Key_End);
-        QTest::keyClick(combo, Qt::Key_Up);
-        EXPECT_EQ(combo->currentText(), c.ultima);
-        QTest::keyClick(combo, Qt::Key_End);
-        EXPECT_EQ(combo->currentText(), QString());
-        m->Cmddati.value(0)->click();
-        EXPECT_EQ(script->messaggi, (Messaggi{{c.messaggio + Campo, 64, QStringLiteral("Salvataggio ")}}));
-        EXPECT_EQ(QApplication::focusWidget(), combo);
-        EXPECT_TRUE(m->isVisible());
-    }
-    EXPECT_EQ(Righe(db(), QStringLiteral("SELECT COUNT(*) FROM FATTURE")), QStringList{"0"});
-    EXPECT_EQ(Righe(db(), QStringLiteral("SELECT COUNT(*) FROM PRODUTTORI")), QStringList{"6"});
-
-    // Aperto dal certificato, il produttore ha la sua didascalia (e la
-    // percentuale d'anticipo la prende per titolo).
-    EXPECT_EQ(FrmProduttore().windowTitle(), QStringLiteral("Produttori"));
 }
 
 // Una domanda del 2005 con l'articolo 30 (da un carico), in modifica: la
