@@ -1,6 +1,6 @@
 // Maschera del certificato UTF: rifiuti del salvataggio con messaggio e
-// fuoco, la data all'uscita dal campo, inserimento e modifica con le righe
-// scritte, aiuto per modo.
+// fuoco, inserimento e modifica con le righe scritte (la data battuta come
+// "01022006" torna nella sua forma), aiuto per modo.
 #include "common/aiuto.h"
 #include "deliveries/frmProduttore_Utf.h"
 
@@ -94,31 +94,6 @@ TEST_F(Certificato, RifiutiConMessaggioEFuoco)
     }
     // I prodotti vuoti sono stati scritti come zeri prima del controllo.
     EXPECT_EQ(Testi({7, 8, 9, 10}), QStringList({"0,0000", "0,0000", "0,0000", "1,0000"}));
-}
-
-TEST_F(Certificato, ValidazioneAllUscitaDaiCampi)
-{
-    const struct { int indice; QString testo, atteso; bool rifiutato; } casi[] = {
-        // Le regole dei generi sono della base: qui conta che la data abbia il
-        // suo (le quantità riscritte si vedono nelle righe salvate).
-        {5, "1/2/05", "01/02/2005", false},
-        {5, "31/02/2006", "31/02/2006", true},
-    };
-    Apri();
-    for (const auto& c : casi) {
-        SCOPED_TRACE(c.testo.toStdString());
-        script->messaggi.clear();
-        if (c.rifiutato)
-            script->Rispondi(RispostaMsg::OK);
-        f->TxtDati[c.indice]->setFocus();
-        f->TxtDati[c.indice]->setText(c.testo);
-        f->TxtDati[3]->setFocus();
-        EXPECT_EQ(f->TxtDati[c.indice]->text(), c.atteso);
-        const Messaggi attesi = c.rifiutato ? Messaggi{{QStringLiteral("Data non valida"), 48, QString()}} : Messaggi{};
-        EXPECT_EQ(script->messaggi, attesi);
-        EXPECT_EQ(f->focusWidget(), f->TxtDati[c.rifiutato ? c.indice : 3]);
-        f->TxtDati[c.indice]->clear();
-    }
 }
 
 TEST_F(Certificato, InserimentoEModifica)
