@@ -178,43 +178,18 @@ TEST_F(ProvaProduttore, ModificaPerdeCampagnaEQuantita)
     EXPECT_EQ(Righe(db(), "SELECT STAM, SCAR FROM DOMANDE_PRODUTTORI"), QStringList{"N|N"});
 }
 
-// La percentuale d'anticipo con la casella spuntata: da 1 a 20, scritta su
-// tre cifre; 21, 0 e vuoto rifiutati uscendo dal campo.
-TEST_F(ProvaProduttore, PercentualeDAnticipo)
-{
-    const MessaggioRegistrato rifiuto{QStringLiteral("La percentuale di anticipo non può essere maggiore del 20%."),
-                                      StileMsg::Informazione, QStringLiteral("Produttori")};
-    const struct {
-        const char* battuto;
-        bool accettato;
-    } casi[] = {{"21", false}, {"0", false}, {"", false}, {"20", true}};
-    Apri();
-    Compila();
-    maschera->chkApprovazioneAnticipata->setChecked(true);
-    for (const auto& c : casi) {
-        SCOPED_TRACE(c.battuto);
-        script->messaggi.clear();
-        Campo(26)->setFocus();
-        Campo(26)->setText(QString::fromLatin1(c.battuto));
-        if (!c.accettato)
-            script->Rispondi(RispostaMsg::OK);
-        QTest::keyClick(Campo(26), Qt::Key_Tab);
-        QCoreApplication::processEvents();  // il rifiuto vale per il clic in corso
-        EXPECT_EQ(QApplication::focusWidget() == Campo(26), !c.accettato);
-        EXPECT_EQ(script->messaggi, c.accettato ? Messaggi() : Messaggi{rifiuto});
-    }
-    Salva();
-    EXPECT_EQ(Righe(db(), "SELECT APPROVAZIONE_ANTICIPATA, PERC_APPROVAZIONE_ANTICIPATA FROM PRODUTTORI"),
-              QStringList{"S|020"});
-}
-
-// Uscita dai campi: campagna riscritta, mese e quindicina nei limiti, e le
-// quantità che tolgono Salva finché un controllo dopo non lo rende.
+// Uscita dai campi: la percentuale d'anticipo con la casella spuntata da 1 a
+// 20, campagna riscritta, mese e quindicina nei limiti, e le quantità che
+// tolgono Salva finché un controllo dopo non lo rende.
 TEST_F(ProvaProduttore, ValidazioneAllUscitaDaiCampi)
 {
     const Messaggi campagna{{"Campagna non valida", StileMsg::Esclamativo, QString()}};
     const Messaggi grande{{TroppoGrande, StileMsg::Informazione, "Produttore"}};
+    const Messaggi anticipo{{"La percentuale di anticipo non può essere maggiore del 20%.", StileMsg::Informazione,
+                             "Produttori"}};
     const struct { int indice; const char *battuto, *atteso; bool accettato, salva; Messaggi messaggi; } casi[] = {
+        {26, "21", "21", false, true, anticipo},       {26, "0", "0", false, true, anticipo},
+        {26, "", "", false, true, anticipo},           {26, "20", "20", true, true, {}},
         {9, "2005", "2005/2006", true, true, {}},      {9, "0", "0", true, true, {}},
         {9, "205", "205", false, true, campagna},
         {11, "12", "12", true, true, {}},              {11, "13", "13", false, true, {}},
@@ -226,15 +201,16 @@ TEST_F(ProvaProduttore, ValidazioneAllUscitaDaiCampi)
         {21, "1234567890123", "1234567890123", true, true, {}},
     };
     Apri();
+    maschera->chkApprovazioneAnticipata->setChecked(true);
     for (const auto& c : casi) {
         SCOPED_TRACE(std::to_string(c.indice) + " " + c.battuto);
         script->messaggi.clear();
         Campo(c.indice)->setFocus();
-        Campo(c.indice)->setText(QString::fromLatin1(c.battuto));
+        Campo(c.indice)->setText(QString::fromUtf8(c.battuto));
         for (int i = 0; i < c.messaggi.size(); ++i)
             script->Rispondi(RispostaMsg::OK);
         QTest::keyClick(Campo(c.indice), Qt::Key_Tab);
-        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();  // il rifiuto vale per il clic in corso
         EXPECT_EQ(Campo(c.indice)->text(), QString::fromLatin1(c.atteso));
         EXPECT_EQ(QApplication::focusWidget() == Campo(c.indice), !c.accettato);
         EXPECT_EQ(script->messaggi, c.messaggi);
