@@ -17,15 +17,6 @@ namespace {
 const char* const VariabileFiglio = "FERMOLA_CADUTA_DB";
 const QByteArray Segnale = "FATTURA APERTA";
 
-void ScegliDomanda()
-{
-    DomandaSelezionata& d = sessione().DomandaSel;
-    d.ID_DOMANDA = 7;
-    d.DOMANDA = QStringLiteral("00000000123");
-    d.PROGRESSIVO = QStringLiteral("01");
-    sessione().TitoloMaschera = QStringLiteral("Fatture");
-}
-
 // Il processo figlio: apre l'elenco, modifica la fattura, cambia una bolla e
 // ne aggiunge una, batte un imponibile nuovo senza salvare; poi aspetta di
 // essere ucciso. Gira solo quando la prova qui sotto lo lancia.
@@ -34,7 +25,10 @@ TEST(Caduta, DISABLED_FiglioConLaFatturaAperta)
     const QString percorso = qEnvironmentVariable(VariabileFiglio);
     ASSERT_FALSE(percorso.isEmpty());
     Script().AccettaMessaggiSenzaRisposta();
-    ScegliDomanda();
+    sessione().DomandaSel.ID_DOMANDA = 7;
+    sessione().DomandaSel.DOMANDA = QStringLiteral("00000000123");
+    sessione().DomandaSel.PROGRESSIVO = QStringLiteral("01");
+    sessione().TitoloMaschera = QStringLiteral("Fatture");
     sessione().DbDistilleria = Database::Apri(percorso, false, ConnessioneDb);
     RegistraMaschereFatture();
     FrmSelezionaFatture elenco;
@@ -100,10 +94,9 @@ TEST_F(ProvaCaduta, UccisoConLaFatturaInModifica)
 
     // Cosa trova il programma riavviato: la fattura come era, le bolle come
     // le aveva scritte la maschera delle bolle, la copia di prima.
-    const QStringList bolleDopo = {QStringLiteral("10|1|B10|02/01/2006|50,0000||10,0000|T1|01/01/2006"),
-                                   QStringLiteral("11|1|NUOVA|01/01/2006|30,0000||9,0000||")};
     EXPECT_EQ(Righe(db(), QStringLiteral("SELECT * FROM FATTURE")), fattura);
-    EXPECT_EQ(Bolle(), bolleDopo);
+    EXPECT_EQ(Bolle(), (QStringList{QStringLiteral("10|1|B10|02/01/2006|50,0000||10,0000|T1|01/01/2006"),
+                                    QStringLiteral("11|1|NUOVA|01/01/2006|30,0000||9,0000||")}));
     EXPECT_EQ(Righe(db(), QStringLiteral("SELECT ID_BOLLA, QUANTITA_PRODOTTO FROM APPO_BOLLE")),
               QStringList(QStringLiteral("10|60,0000")));
 
