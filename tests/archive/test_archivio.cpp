@@ -2,12 +2,9 @@
 // sbagliate o protette, archivi estranei o maligni che non cambiano nulla,
 // un'altra distilleria a video.
 #include "archive/Archivio.h"
-#include "archive/zip_archivio.h"
-#include "shell/FrmMenu.h"
+#include "archivio_prova.h"
 #include "shell/frmInizializza.h"
 #include "shell/registra_distilleria.h"
-#include "shell/registro_maschere.h"
-#include "sola_lettura.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -17,7 +14,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QThread>
-#include <QTemporaryDir>
 #include <zip.h>
 
 namespace {
@@ -28,7 +24,6 @@ const QString Didascalia = u"Domande di aiuto alla distillazione facoltativa (Ar
 const MessaggioRegistrato Riuscito{u"Trasferimento dei dati effettuato correttamente"_s, 64, u"Gestione dati "_s};
 const MessaggioRegistrato Annullare{u"Annullare operazione ?"_s, 68, u"Gestione Dati"_s};
 const MessaggioRegistrato Annullata{u"Operazione annullata."_s, 64, Didascalia};
-const MessaggioRegistrato NonABuonFine{u"Operazione non andata a buon fine."_s, 64, u"Backup/Restore"_s};
 const MessaggioRegistrato PercorsoErrato{u"Il percorso indicato non è corretto"_s, 5, u" Percorso file "_s};
 
 // Zip scritto con le voci date, nomi compresi così come sono.
@@ -43,61 +38,23 @@ void ScriviZip(const QString& percorso, const QList<std::pair<QByteArray, QByteA
     ASSERT_EQ(zip_close(z), 0);
 }
 
-QByteArray Contenuto(const QString& percorso)
+QByteArray Byte(const QString& percorso)
 {
     QFile f(percorso);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-class Archivio : public ProvaConDatabase {
+class Archivio : public ProvaArchivio {
 protected:
     void SetUp() override
     {
-        ProvaConDatabase::SetUp();
-        // Gli avvisi con il solo OK non hanno risposta in coda: li controlla l'elenco dei messaggi.
-        script->AccettaMessaggiSenzaRisposta();
+        ProvaArchivio::SetUp();
         db();
-        sessione().CartellaFloppy = QDir(m_altrove.path()).filePath(u"floppy"_s);
-    }
-    void TearDown() override
-    {
-        FrmMenu::Scarica();
-        AnnullaRegistrazioni();
-        ProvaConDatabase::TearDown();
-    }
-
-    QString Cartella(const QString& nome)
-    {
-        const QString c = QDir(m_altrove.path()).filePath(nome);
-        QDir().mkpath(c);
-        return c;
-    }
-    QString Bkp(const QString& cartella) { return QDir(cartella).filePath(u"orvelta_2005.bkp"_s); }
-    void Distilleria(const QString& ragione, Database& d)
-    {
-        d.Execute(u"DELETE FROM DISTILLERIA"_s);
-        d.Execute(u"INSERT INTO DISTILLERIA VALUES (?,?,?)"_s, {u"02468135799"_s, ragione, u"Via dell'Uva 1"_s});
     }
     QStringList Dati()
     {
         return Righe(db(), u"SELECT 'D', CODI_FISC, RAGI_SOCI, INDI_DIST FROM DISTILLERIA UNION ALL "
                            "SELECT 'L', DESC_APPL, CODI_ERRO, '' FROM LOGERR ORDER BY 1, 2, 3"_s);
-    }
-    // I file della cartella del database, senza giornale e memoria condivisa.
-    QStringList FileDatabase()
-    {
-        QStringList f = QDir(sessione().PathDatabase).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-        f.removeIf([](const QString& n) { return n.endsWith(u"-wal"_s) || n.endsWith(u"-shm"_s); });
-        return f;
-    }
-    // Un archivio buono, salvato da un'altra cartella di programma con la sua distilleria.
-    void ArchivioDi(const QString& ragione, const QString& cartella)
-    {
-        CartellaProva altra;
-        auto d = Database::Apri(altra.percorsoDatabase(), false, ConnessioneDb);
-        Distilleria(ragione, *d);
-        d->Close();
-        CreaArchivio(altra.percorsoDatabase(), Bkp(cartella));
     }
     // Il clic sulla voce con le cartelle e le risposte del copione.
     Messaggi Menu(int index, const QStringList& cartelle, const QList<int>& risposte = {})
@@ -112,14 +69,6 @@ protected:
         EXPECT_TRUE(script->risposte.isEmpty() && script->cartelle.isEmpty()) << "copione non consumato";
         return script->messaggi;
     }
-    MessaggioRegistrato ErroreMenu(const char* operazione)
-    {
-        return {u"Si è verificato un errore durante il "_s + QLatin1String(operazione) + u" dell'archivio:\n- "_s +
-                    sessione().PathDatabase + u"orvelta_2005.mdb"_s,
-                64, u"FERMOLA_2005"_s};
-    }
-
-    QTemporaryDir m_altrove;
 };
 
 TEST_F(Archivio, IlRipristinoRiportaLeRigheSalvateAncheDellUltimaTransazione)
@@ -147,7 +96,7 @@ TEST_F(Archivio, IlRipristinoRiportaLeRigheSalvateAncheDellUltimaTransazione)
     EXPECT_EQ(script->titoliCartella.last(), u"Selezionare il percorso dove recuperare il file: '' orvelta_2005.bkp''."_s);
     EXPECT_EQ(Dati(), prima);
     EXPECT_EQ(sessione().DistilleriaDati.RAGI_SOCI, u"Cantina Uno"_s);
-    EXPECT_EQ(FileDatabase(), QStringList{u"orvelta_2005.mdb"_s}) << "né .bak né file provvisori";
+    EXPECT_EQ(Contenuto(sessione().PathDatabase), QStringList{u"orvelta_2005.mdb"_s}) << "né .bak né file provvisori";
 }
 
 TEST_F(Archivio, RinunceELaConnessioneRiaperta)
@@ -204,12 +153,12 @@ TEST_F(Archivio, CartellaSenzaArchivioOProtettaRichiedeLaScelta)
 
 TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
 {
-    const QByteArray buono = Contenuto(QStringLiteral(FERMOLA_DB_PULITO));
+    const QByteArray buono = Byte(QStringLiteral(FERMOLA_DB_PULITO));
     const QString dest = Cartella(u"arrivo"_s);
     QByteArray danneggiato;
     {
         ArchivioDi(u"Altra"_s, dest);
-        danneggiato = Contenuto(Bkp(dest));
+        danneggiato = Byte(Bkp(dest));
         for (qsizetype i = danneggiato.size() / 3; i < danneggiato.size() / 3 + 64; ++i)
             danneggiato[i] = char(danneggiato[i] ^ 0x5a);
     }
@@ -220,12 +169,12 @@ TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
             auto d = Database::Crea(t.filePath(u"pw"_s), u"altra"_s);
             d->Execute(u"CREATE TABLE tab_setup (VERSIONE TEXT)"_s);
         }
-        passwordDiversa = Contenuto(t.filePath(u"pw"_s));
+        passwordDiversa = Byte(t.filePath(u"pw"_s));
         QFile::copy(QStringLiteral(FERMOLA_DB_PULITO), t.filePath(u"e"_s));
         auto d = Database::Apri(t.filePath(u"e"_s), false, ConnessioneDb);
         d->Execute(u"DROP TABLE tab_setup"_s);
         d->Close();
-        sqliteEstraneo = Contenuto(t.filePath(u"e"_s));
+        sqliteEstraneo = Byte(t.filePath(u"e"_s));
     }
     const QString nomeZip = QDir::toNativeSeparators(Bkp(dest));
     const QString nonNostro = u"L'archivio '"_s + nomeZip +
@@ -263,7 +212,7 @@ TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
         }
         EXPECT_EQ(Menu(1, {dest}), (Messaggi{{c.motivo, 48, u"Backup/Restore"_s}, NonABuonFine, ErroreMenu("Restore")}));
         EXPECT_EQ(Dati(), prima);
-        EXPECT_EQ(FileDatabase(), QStringList{u"orvelta_2005.mdb"_s});
+        EXPECT_EQ(Contenuto(sessione().PathDatabase), QStringList{u"orvelta_2005.mdb"_s});
         EXPECT_EQ(QDir(cartella->cartella()).entryList().join(u'|').toUtf8(), fileProgramma);
         EXPECT_FALSE(QFileInfo::exists(u"/etc/x"_s));
     }
