@@ -6,7 +6,7 @@
 #include "interchange/Destinazioni.h"
 #include "interchange/ScaricoFatture.h"
 #include "interchange/frmScarico.h"
-#include "record_prova.h"
+#include "scarico_prova.h"
 #include "shell/frmSpalsh.h"
 #include "shell/registro_maschere.h"
 #include "support/figlio_prova.h"
@@ -27,17 +27,9 @@ const QString NomeLungo = QStringLiteral("CANTINA SOCIALE COOPERATIVA DEI VIGNAI
 const QString Etichetta = QStringLiteral(" FrmSelezionaFatture.SelRiga_SelFatture");
 const char* const VariabileFiglio = "FERMOLA_SCARICO_FIGLIO";
 
-class ScaricoFatture : public ProvaConDatabase {
+class ScaricoFatture : public ProvaScarico {
 protected:
-    void SetUp() override
-    {
-        ProvaConDatabase::SetUp();
-        sessione().TitoloMaschera = Titolo;
-        sessione().DistilleriaDati = Distilleria();
-        destinazione = QDir(cartella->cartella()).filePath(QStringLiteral("uscita"));
-        QDir().mkpath(destinazione);
-        sessione().CartellaFloppy = QDir(cartella->cartella()).filePath(QStringLiteral("floppy"));
-    }
+    ScaricoFatture() : ProvaScarico(Titolo, QStringLiteral("DOMANDE"), QStringLiteral("KelvarFAT.")) {}
 
     // Domanda di 9 cifre con due fatture fuori ordine di numero: la "10"
     // scritta per prima, con un nome di 75 caratteri, senza data di pagamento
@@ -72,17 +64,6 @@ protected:
         db().Execute("UPDATE FATTURE SET QTA_LAVO = NULL WHERE ID_FATTURA = ?", {f10});
     }
 
-    QString Finale(const QString& numero = QStringLiteral("001")) const
-    {
-        return QDir(destinazione).filePath(QStringLiteral("KelvarFAT.") + numero);
-    }
-    QString Temporaneo() const { return QDir(cartella->cartella()).filePath(QStringLiteral("COPI1.666")); }
-    QString Stato()
-    {
-        return Righe(db(), "SELECT PROG FROM PROG_DSK").join(',') + " " +
-               Righe(db(), "SELECT SCAR || PROG_INVIO FROM DOMANDE").join(',');
-    }
-
     // La domanda con "fatture" fatture uguali (262 byte l'una nel file).
     void SeminaFatture(int fatture)
     {
@@ -93,18 +74,7 @@ protected:
                          " '15/03/2006', '1500,0000', '1480,0000', '12,5000', '3675,00', 1)",
                          {sessione().DomandaSel.ID_DOMANDA, i});
     }
-    static QStringList Contenuto(const QString& cartella)
-    {
-        return QDir(cartella).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    }
-    static void Scrivi(const QString& percorso, const QByteArray& dati = "x")
-    {
-        QFile f(percorso);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(dati);
-    }
 
-    QString destinazione;
     std::optional<SolaLettura> blocco;
     bool montata = false;
 };
@@ -113,18 +83,6 @@ QString Testata(const QString& numero)
 {
     return "0" + QString(16, '0') + "2005/2006" + numero + QDate::currentDate().toString("yyyyMMdd") +
            Sx("DISTILLERIA BOSCO SPA", 50) + Sx("VIA ROMA 12 ASTI", 30) + "02" + "29" + Bianchi(138);
-}
-
-QStringList LeggiRighe(const QString& percorso)
-{
-    QFile f(percorso);
-    if (!f.open(QIODevice::ReadOnly))
-        return {QStringLiteral("(file assente)")};
-    const QByteArray dati = f.readAll();
-    if (!dati.endsWith("\r\n"))
-        return {QStringLiteral("(manca CR LF in fondo)")};
-    QStringList righe = QString::fromLatin1(dati.chopped(2)).split(QStringLiteral("\r\n"));
-    return righe;
 }
 
 TEST_F(ScaricoFatture, FileFinaleBytePerByte)
@@ -145,10 +103,7 @@ TEST_F(ScaricoFatture, FileFinaleBytePerByte)
             Bianchi(10) + "000000" + Bianchi(160),
         "9" + QString(16, '9') + "000002" "000002" + Bianchi(231),
     };
-    const QStringList ottenute = LeggiRighe(Finale());
-    ASSERT_EQ(attese.size(), ottenute.size());
-    for (qsizetype i = 0; i < attese.size(); ++i)
-        EXPECT_TRUE(RecordUguale(attese.at(i), ottenute.at(i))) << "riga " << i + 1;
+    ConfrontaRighe(attese, Finale());
     EXPECT_FALSE(QFile::exists(Temporaneo()));
     EXPECT_TRUE(script->messaggi.isEmpty());
     EXPECT_EQ("1 S1", Stato());
