@@ -99,10 +99,13 @@ TEST_F(Archivio, IlRipristinoRiportaLeRigheSalvateAncheDellUltimaTransazione)
     EXPECT_EQ(Contenuto(sessione().PathDatabase), QStringList{u"orvelta_2005.mdb"_s}) << "né .bak né file provvisori";
 }
 
-TEST_F(Archivio, RinunceELaConnessioneRiaperta)
+// Le rinunce non cambiano nulla e lasciano la connessione aperta (le prime
+// righe, tutte prima dell'unico ripristino riuscito); una cartella senza
+// archivio o protetta fa ripetere la scelta.
+TEST_F(Archivio, RinunceECartelleDaScegliereDiNuovo)
 {
-    const QString floppy = sessione().CartellaFloppy;
-    QDir().mkpath(floppy);
+    const QString floppy = Cartella(u"floppy"_s), buona = Cartella(u"buona"_s), vuota = Cartella(u"vuota"_s),
+                  protetta = Cartella(u"protetta"_s);
     const MessaggioRegistrato annullataBR{u"Operazione annullata."_s, 64, u"Backup/Restore"_s};
     const MessaggioRegistrato vuoto{u"Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"_s, 35,
                                     u"Controllo floppy "_s};
@@ -114,37 +117,26 @@ TEST_F(Archivio, RinunceELaConnessioneRiaperta)
         {"salvataggio su dischetto pieno, Annulla", 0, {floppy}, {RispostaMsg::Annulla}, {vuoto, annullataBR}},
         {"ripristino dal dischetto, Annulla al disco", 1, {floppy}, {RispostaMsg::Annulla},
          {ultimo, Annullata, Annullata}},
-    };
-    ArchivioDi(u"Altra"_s, floppy);
-    Distilleria(u"Cantina Uno"_s, db());
-    const QStringList prima = Dati();
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.nome);
-        EXPECT_EQ(Menu(c.index, c.cartelle, c.risposte), c.attesi);
-        EXPECT_EQ(Dati(), prima);
-        EXPECT_EQ(QDir(floppy).entryList(QDir::Files), QStringList{u"orvelta_2005.bkp"_s});
-        EXPECT_FALSE(script->clessidra);
-    }
-}
-
-TEST_F(Archivio, CartellaSenzaArchivioOProtettaRichiedeLaScelta)
-{
-    const QString buona = Cartella(u"buona"_s), vuota = Cartella(u"vuota"_s), protetta = Cartella(u"protetta"_s);
-    ArchivioDi(u"Cantina Salvata"_s, buona);
-    struct Caso { const char* nome; int index; QStringList cartelle; QList<int> risposte; Messaggi attesi; } casi[] = {
-        {"senza archivio, Riprova", 1, {vuota, buona}, {RispostaMsg::Riprova}, {PercorsoErrato, Riuscito}},
         {"senza archivio, Annulla", 1, {vuota}, {RispostaMsg::Annulla, RispostaMsg::Si},
          {PercorsoErrato, Annullare, Annullata}},
+        {"senza archivio, Riprova", 1, {vuota, buona}, {RispostaMsg::Riprova}, {PercorsoErrato, Riuscito}},
         {"salvataggio in cartella protetta", 0, {protetta, vuota}, {RispostaMsg::No}, {Annullare, Riuscito}},
     };
+    ArchivioDi(u"Altra"_s, floppy);
+    ArchivioDi(u"Cantina Salvata"_s, buona);
+    Distilleria(u"Cantina Uno"_s, db());
+    const QStringList prima = Dati();
     SolaLettura blocco(protetta);
     // Dove root scrive comunque (nessun attributo immutabile) la cartella protetta si salta.
     const bool protezione = ScritturaNegata(protetta);
     for (const Caso& c : casi) {
         SCOPED_TRACE(c.nome);
-        if (c.index == 0 && !protezione)
+        if (c.cartelle.contains(protetta) && !protezione)
             continue;
         EXPECT_EQ(Menu(c.index, c.cartelle, c.risposte), c.attesi);
+        EXPECT_TRUE(c.attesi.contains(Riuscito) || Dati() == prima);
+        EXPECT_EQ(QDir(floppy).entryList(QDir::Files), QStringList{u"orvelta_2005.bkp"_s});
+        EXPECT_FALSE(script->clessidra);
     }
     EXPECT_EQ(sessione().DistilleriaDati.RAGI_SOCI, u"Cantina Salvata"_s);
     EXPECT_TRUE(QDir(protetta).isEmpty()) << "né CHECK né archivio";
