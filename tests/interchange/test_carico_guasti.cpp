@@ -183,11 +183,11 @@ TEST_F(CaricoGuasti, ConfermaCheFallisce)
 // del carico, e lo stesso file si carica poi per intero.
 TEST_F(CaricoGuasti, DiscoPienoEProcessoUcciso)
 {
-    const struct { const char* nome; int ramo, domande; const char* guasto; } casi[] = {
-        {"fatture, disco pieno", 0, 300, "pieno"},
-        {"conferimenti, disco pieno", 1, 300, "pieno"},
-        {"fatture, ucciso", 0, 2000, "fermo"},
-        {"conferimenti, ucciso", 1, 500, "fermo"},
+    const struct { const char* nome; int ramo, domande; bool pieno; } casi[] = {
+        {"fatture, disco pieno", 0, 300, true},
+        {"conferimenti, disco pieno", 1, 300, true},
+        {"fatture, ucciso", 0, 2000, false},
+        {"conferimenti, ucciso", 1, 500, false},
     };
     for (const auto& c : casi) {
         const Ramo& r = Rami[c.ramo];
@@ -196,13 +196,13 @@ TEST_F(CaricoGuasti, DiscoPienoEProcessoUcciso)
         sessione().DbDistilleria.reset();
         QProcess figlio;
         QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
-        ambiente.insert(VariabileFiglio,
-                        QStringList{cartella->cartella(), QString::number(c.ramo), file, c.guasto}.join('|'));
+        const QString guasto = c.pieno ? "pieno" : "fermo";
+        ambiente.insert(VariabileFiglio, QStringList{cartella->cartella(), QString::number(c.ramo), file, guasto}.join('|'));
         figlio.setProcessEnvironment(ambiente);
         figlio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         figlio.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=CaricoGuastiFiglio.Figlio"});
         QByteArray uscita;
-        if (QByteArray(c.guasto) == "fermo") {
+        if (!c.pieno) {
             while (!uscita.contains("SCRITTE") && figlio.waitForReadyRead(300000))
                 uscita += figlio.readAllStandardOutput();
             ASSERT_TRUE(uscita.contains("SCRITTE")) << uscita.toStdString();
@@ -212,7 +212,7 @@ TEST_F(CaricoGuasti, DiscoPienoEProcessoUcciso)
         const QStringList detti =
             QString::fromUtf8(uscita + figlio.readAllStandardOutput()).split('\n').filter("MESSAGGIO ");
         EXPECT_EQ(detti.value(detti.size() - 1),
-                  c.guasto == QByteArray("pieno") ? "MESSAGGIO 16|Carico|Carico fornitura non riuscito." : "")
+                  c.pieno ? "MESSAGGIO 16|Carico|Carico fornitura non riuscito." : "")
             << detti.join('\n').toStdString();
 
         sessione().DbDistilleria = Database::Apri(cartella->percorsoDatabase(), true, ConnessioneDb);
