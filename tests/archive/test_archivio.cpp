@@ -2,12 +2,9 @@
 // sbagliate o protette, archivi estranei o maligni che non cambiano nulla,
 // un'altra distilleria a video.
 #include "archive/Archivio.h"
-#include "archive/zip_archivio.h"
-#include "shell/FrmMenu.h"
+#include "archivio_prova.h"
 #include "shell/frmInizializza.h"
 #include "shell/registra_distilleria.h"
-#include "shell/registro_maschere.h"
-#include "sola_lettura.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -17,7 +14,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QThread>
-#include <QTemporaryDir>
 #include <zip.h>
 
 namespace {
@@ -28,7 +24,6 @@ const QString Didascalia = u"Domande di aiuto alla distillazione facoltativa (Ar
 const MessaggioRegistrato Riuscito{u"Trasferimento dei dati effettuato correttamente"_s, 64, u"Gestione dati "_s};
 const MessaggioRegistrato Annullare{u"Annullare operazione ?"_s, 68, u"Gestione Dati"_s};
 const MessaggioRegistrato Annullata{u"Operazione annullata."_s, 64, Didascalia};
-const MessaggioRegistrato NonABuonFine{u"Operazione non andata a buon fine."_s, 64, u"Backup/Restore"_s};
 const MessaggioRegistrato PercorsoErrato{u"Il percorso indicato non è corretto"_s, 5, u" Percorso file "_s};
 
 // Zip scritto con le voci date, nomi compresi così come sono.
@@ -43,61 +38,23 @@ void ScriviZip(const QString& percorso, const QList<std::pair<QByteArray, QByteA
     ASSERT_EQ(zip_close(z), 0);
 }
 
-QByteArray Contenuto(const QString& percorso)
+QByteArray Byte(const QString& percorso)
 {
     QFile f(percorso);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-class Archivio : public ProvaConDatabase {
+class Archivio : public ProvaArchivio {
 protected:
     void SetUp() override
     {
-        ProvaConDatabase::SetUp();
-        // Gli avvisi con il solo OK non hanno risposta in coda: li controlla l'elenco dei messaggi.
-        script->AccettaMessaggiSenzaRisposta();
+        ProvaArchivio::SetUp();
         db();
-        sessione().CartellaFloppy = QDir(m_altrove.path()).filePath(u"floppy"_s);
-    }
-    void TearDown() override
-    {
-        FrmMenu::Scarica();
-        AnnullaRegistrazioni();
-        ProvaConDatabase::TearDown();
-    }
-
-    QString Cartella(const QString& nome)
-    {
-        const QString c = QDir(m_altrove.path()).filePath(nome);
-        QDir().mkpath(c);
-        return c;
-    }
-    QString Bkp(const QString& cartella) { return QDir(cartella).filePath(u"orvelta_2005.bkp"_s); }
-    void Distilleria(const QString& ragione, Database& d)
-    {
-        d.Execute(u"DELETE FROM DISTILLERIA"_s);
-        d.Execute(u"INSERT INTO DISTILLERIA VALUES (?,?,?)"_s, {u"02468135799"_s, ragione, u"Via dell'Uva 1"_s});
     }
     QStringList Dati()
     {
         return Righe(db(), u"SELECT 'D', CODI_FISC, RAGI_SOCI, INDI_DIST FROM DISTILLERIA UNION ALL "
                            "SELECT 'L', DESC_APPL, CODI_ERRO, '' FROM LOGERR ORDER BY 1, 2, 3"_s);
-    }
-    // I file della cartella del database, senza giornale e memoria condivisa.
-    QStringList FileDatabase()
-    {
-        QStringList f = QDir(sessione().PathDatabase).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-        f.removeIf([](const QString& n) { return n.endsWith(u"-wal"_s) || n.endsWith(u"-shm"_s); });
-        return f;
-    }
-    // Un archivio buono, salvato da un'altra cartella di programma con la sua distilleria.
-    void ArchivioDi(const QString& ragione, const QString& cartella)
-    {
-        CartellaProva altra;
-        auto d = Database::Apri(altra.percorsoDatabase(), false, ConnessioneDb);
-        Distilleria(ragione, *d);
-        d->Close();
-        CreaArchivio(altra.percorsoDatabase(), Bkp(cartella));
     }
     // Il clic sulla voce con le cartelle e le risposte del copione.
     Messaggi Menu(int index, const QStringList& cartelle, const QList<int>& risposte = {})
@@ -112,14 +69,6 @@ protected:
         EXPECT_TRUE(script->risposte.isEmpty() && script->cartelle.isEmpty()) << "copione non consumato";
         return script->messaggi;
     }
-    MessaggioRegistrato ErroreMenu(const char* operazione)
-    {
-        return {u"Si è verificato un errore durante il "_s + QLatin1String(operazione) + u" dell'archivio:\n- "_s +
-                    sessione().PathDatabase + u"orvelta_2005.mdb"_s,
-                64, u"FERMOLA_2005"_s};
-    }
-
-    QTemporaryDir m_altrove;
 };
 
 TEST_F(Archivio, IlRipristinoRiportaLeRigheSalvateAncheDellUltimaTransazione)
@@ -147,13 +96,16 @@ TEST_F(Archivio, IlRipristinoRiportaLeRigheSalvateAncheDellUltimaTransazione)
     EXPECT_EQ(script->titoliCartella.last(), u"Selezionare il percorso dove recuperare il file: '' orvelta_2005.bkp''."_s);
     EXPECT_EQ(Dati(), prima);
     EXPECT_EQ(sessione().DistilleriaDati.RAGI_SOCI, u"Cantina Uno"_s);
-    EXPECT_EQ(FileDatabase(), QStringList{u"orvelta_2005.mdb"_s}) << "né .bak né file provvisori";
+    EXPECT_EQ(Contenuto(sessione().PathDatabase), QStringList{u"orvelta_2005.mdb"_s}) << "né .bak né file provvisori";
 }
 
-TEST_F(Archivio, RinunceELaConnessioneRiaperta)
+// Le rinunce non cambiano nulla e lasciano la connessione aperta (le prime
+// righe, tutte prima dell'unico ripristino riuscito); una cartella senza
+// archivio o protetta fa ripetere la scelta.
+TEST_F(Archivio, RinunceECartelleDaScegliereDiNuovo)
 {
-    const QString floppy = sessione().CartellaFloppy;
-    QDir().mkpath(floppy);
+    const QString floppy = Cartella(u"floppy"_s), buona = Cartella(u"buona"_s), vuota = Cartella(u"vuota"_s),
+                  protetta = Cartella(u"protetta"_s);
     const MessaggioRegistrato annullataBR{u"Operazione annullata."_s, 64, u"Backup/Restore"_s};
     const MessaggioRegistrato vuoto{u"Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"_s, 35,
                                     u"Controllo floppy "_s};
@@ -165,37 +117,26 @@ TEST_F(Archivio, RinunceELaConnessioneRiaperta)
         {"salvataggio su dischetto pieno, Annulla", 0, {floppy}, {RispostaMsg::Annulla}, {vuoto, annullataBR}},
         {"ripristino dal dischetto, Annulla al disco", 1, {floppy}, {RispostaMsg::Annulla},
          {ultimo, Annullata, Annullata}},
-    };
-    ArchivioDi(u"Altra"_s, floppy);
-    Distilleria(u"Cantina Uno"_s, db());
-    const QStringList prima = Dati();
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.nome);
-        EXPECT_EQ(Menu(c.index, c.cartelle, c.risposte), c.attesi);
-        EXPECT_EQ(Dati(), prima);
-        EXPECT_EQ(QDir(floppy).entryList(QDir::Files), QStringList{u"orvelta_2005.bkp"_s});
-        EXPECT_FALSE(script->clessidra);
-    }
-}
-
-TEST_F(Archivio, CartellaSenzaArchivioOProtettaRichiedeLaScelta)
-{
-    const QString buona = Cartella(u"buona"_s), vuota = Cartella(u"vuota"_s), protetta = Cartella(u"protetta"_s);
-    ArchivioDi(u"Cantina Salvata"_s, buona);
-    struct Caso { const char* nome; int index; QStringList cartelle; QList<int> risposte; Messaggi attesi; } casi[] = {
-        {"senza archivio, Riprova", 1, {vuota, buona}, {RispostaMsg::Riprova}, {PercorsoErrato, Riuscito}},
         {"senza archivio, Annulla", 1, {vuota}, {RispostaMsg::Annulla, RispostaMsg::Si},
          {PercorsoErrato, Annullare, Annullata}},
+        {"senza archivio, Riprova", 1, {vuota, buona}, {RispostaMsg::Riprova}, {PercorsoErrato, Riuscito}},
         {"salvataggio in cartella protetta", 0, {protetta, vuota}, {RispostaMsg::No}, {Annullare, Riuscito}},
     };
+    ArchivioDi(u"Altra"_s, floppy);
+    ArchivioDi(u"Cantina Salvata"_s, buona);
+    Distilleria(u"Cantina Uno"_s, db());
+    const QStringList prima = Dati();
     SolaLettura blocco(protetta);
     // Dove root scrive comunque (nessun attributo immutabile) la cartella protetta si salta.
     const bool protezione = ScritturaNegata(protetta);
     for (const Caso& c : casi) {
         SCOPED_TRACE(c.nome);
-        if (c.index == 0 && !protezione)
+        if (c.cartelle.contains(protetta) && !protezione)
             continue;
         EXPECT_EQ(Menu(c.index, c.cartelle, c.risposte), c.attesi);
+        EXPECT_TRUE(c.attesi.contains(Riuscito) || Dati() == prima);
+        EXPECT_EQ(QDir(floppy).entryList(QDir::Files), QStringList{u"orvelta_2005.bkp"_s});
+        EXPECT_FALSE(script->clessidra);
     }
     EXPECT_EQ(sessione().DistilleriaDati.RAGI_SOCI, u"Cantina Salvata"_s);
     EXPECT_TRUE(QDir(protetta).isEmpty()) << "né CHECK né archivio";
@@ -204,12 +145,12 @@ TEST_F(Archivio, CartellaSenzaArchivioOProtettaRichiedeLaScelta)
 
 TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
 {
-    const QByteArray buono = Contenuto(QStringLiteral(FERMOLA_DB_PULITO));
+    const QByteArray buono = Byte(QStringLiteral(FERMOLA_DB_PULITO));
     const QString dest = Cartella(u"arrivo"_s);
     QByteArray danneggiato;
     {
         ArchivioDi(u"Altra"_s, dest);
-        danneggiato = Contenuto(Bkp(dest));
+        danneggiato = Byte(Bkp(dest));
         for (qsizetype i = danneggiato.size() / 3; i < danneggiato.size() / 3 + 64; ++i)
             danneggiato[i] = char(danneggiato[i] ^ 0x5a);
     }
@@ -220,12 +161,12 @@ TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
             auto d = Database::Crea(t.filePath(u"pw"_s), u"altra"_s);
             d->Execute(u"CREATE TABLE tab_setup (VERSIONE TEXT)"_s);
         }
-        passwordDiversa = Contenuto(t.filePath(u"pw"_s));
+        passwordDiversa = Byte(t.filePath(u"pw"_s));
         QFile::copy(QStringLiteral(FERMOLA_DB_PULITO), t.filePath(u"e"_s));
         auto d = Database::Apri(t.filePath(u"e"_s), false, ConnessioneDb);
         d->Execute(u"DROP TABLE tab_setup"_s);
         d->Close();
-        sqliteEstraneo = Contenuto(t.filePath(u"e"_s));
+        sqliteEstraneo = Byte(t.filePath(u"e"_s));
     }
     const QString nomeZip = QDir::toNativeSeparators(Bkp(dest));
     const QString nonNostro = u"L'archivio '"_s + nomeZip +
@@ -263,7 +204,7 @@ TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
         }
         EXPECT_EQ(Menu(1, {dest}), (Messaggi{{c.motivo, 48, u"Backup/Restore"_s}, NonABuonFine, ErroreMenu("Restore")}));
         EXPECT_EQ(Dati(), prima);
-        EXPECT_EQ(FileDatabase(), QStringList{u"orvelta_2005.mdb"_s});
+        EXPECT_EQ(Contenuto(sessione().PathDatabase), QStringList{u"orvelta_2005.mdb"_s});
         EXPECT_EQ(QDir(cartella->cartella()).entryList().join(u'|').toUtf8(), fileProgramma);
         EXPECT_FALSE(QFileInfo::exists(u"/etc/x"_s));
     }

@@ -1,5 +1,7 @@
 // I controlli del dischetto: disco assente, vuoto, con file, protetto, con
-// ogni risposta che l'utente può dare.
+// ogni risposta che l'utente può dare. Di un supporto si tolgono solo i file
+// comuni e visibili in cima, come faceva il "Kill" del dischetto: cartelle e
+// file nascosti restano e non contano.
 #include "archive/floppy.h"
 #include "sola_lettura.h"
 
@@ -9,7 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-enum class Disco { Assente, ConFile, Protetto };
+enum class Disco { Assente, ConFile, Protetto, SoloNascosti };
 enum class Routine { Vuoto, File, Inserito };
 
 const MessaggioRegistrato Svuotare{u"Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"_s, 35,
@@ -45,10 +47,12 @@ const Caso Casi[] = {
      {Svuotare, InserireSiNo, Terminare}, false, false, true, true},
     {"vuoto: No, No, No", Routine::Vuoto, Disco::ConFile, {No, No, No}, {Svuotare, InserireSiNo, Terminare}, false,
      true, false, true},
+    {"vuoto: solo nascosti", Routine::Vuoto, Disco::SoloNascosti, {}, {}, false, false, false, false},
     {"vuoto: nessun disco", Routine::Vuoto, Disco::Assente, {Si}, {InserireSiNo}, false, true, false, false},
     {"vuoto: protetto", Routine::Vuoto, Disco::Protetto, {Si}, {Svuotare, ProtezioneVuoto}, false, true, false, true},
     {"file: Sì cancella", Routine::File, Disco::ConFile, {OK, Si}, {NoFiles, Cancellare}, true, false, false, false},
     {"file: No", Routine::File, Disco::ConFile, {OK, No}, {NoFiles, Cancellare}, false, false, true, true},
+    {"file: solo nascosti", Routine::File, Disco::SoloNascosti, {}, {}, true, false, false, false},
     {"file: nessun disco, OK", Routine::File, Disco::Assente, {OK}, {InserireOK}, false, true, false, false},
     {"file: nessun disco, Annulla", Routine::File, Disco::Assente, {Annulla}, {InserireOK}, false, false, true, false},
     {"file: protetto", Routine::File, Disco::Protetto, {OK, Si, OK}, {NoFiles, Cancellare, Protezione}, false, true,
@@ -70,10 +74,15 @@ TEST(Floppy, OgniDiscoEOgniRisposta)
         const QString floppy = radice.filePath(u"floppy"_s);
         sessione().CartellaFloppy = floppy;
         sessione().OperazioneAnnullata = true;  // le routine lo azzerano
+        QStringList file;
         if (c.disco != Disco::Assente)
-            QDir().mkpath(floppy);
-        if (c.disco == Disco::ConFile || c.disco == Disco::Protetto) {
-            QFile f(floppy + u"/domanda.txt"_s);
+            file << u"/foto/a.jpg"_s << u"/.nascosto"_s;
+        if (c.disco == Disco::ConFile || c.disco == Disco::Protetto)
+            file << u"/domanda.txt"_s;
+        if (c.disco != Disco::Assente)
+            QDir().mkpath(floppy + u"/foto"_s);
+        for (const QString& nome : file) {
+            QFile f(floppy + nome);
             ASSERT_TRUE(f.open(QIODevice::WriteOnly));
         }
         if (c.disco == Disco::Protetto) {
@@ -97,6 +106,8 @@ TEST(Floppy, OgniDiscoEOgniRisposta)
         EXPECT_EQ(sessione().ControlloFloppyRipeti, c.ripeti);
         EXPECT_EQ(sessione().OperazioneAnnullata, c.annullata);
         EXPECT_EQ(QFileInfo::exists(floppy + u"/domanda.txt"_s), c.fileRimasti);
+        EXPECT_EQ(QFileInfo::exists(floppy + u"/foto/a.jpg"_s) && QFileInfo::exists(floppy + u"/.nascosto"_s),
+                  c.disco != Disco::Assente);
     }
     sessione().Azzera();
     InstallaPiattaformaScript();

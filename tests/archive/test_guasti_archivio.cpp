@@ -1,26 +1,15 @@
 // Salvataggio e ripristino davanti ai guasti veri: disco pieno (un processo
 // figlio con un limite alla grandezza dei file), processi uccisi a metà
-// seguiti da un avvio, avanzi lasciati accanto al database, un dischetto che
-// è in realtà una chiavetta con cartelle e file nascosti.
+// seguiti da un avvio, avanzi lasciati accanto al database.
 
 #include "archive/Archivio.h"
-#include "archive/floppy.h"
-#include "archive/zip_archivio.h"
-#include "interchange/Destinazioni.h"
+#include "archivio_prova.h"
 #include "shell/frmSpalsh.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
 #include "support/figlio_prova.h"
-#include "support/verifiche.h"
 
-#include <QDir>
-#include <QFile>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QThread>
 #include <csignal>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <zip.h>
 
@@ -28,37 +17,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const MessaggioRegistrato NonABuonFine{u"Operazione non andata a buon fine."_s, 64, u"Backup/Restore"_s};
 const char* const FiglioPieno = "FERMOLA_FIGLIO_PIENO";
 
-class GuastiArchivio : public ProvaConDatabase {
+class GuastiArchivio : public ProvaArchivio {
 protected:
-    void SetUp() override
-    {
-        ProvaConDatabase::SetUp();
-        script->AccettaMessaggiSenzaRisposta();
-        sessione().CartellaFloppy = Cartella(u"floppy"_s);
-    }
-
-    QString Cartella(const QString& nome)
-    {
-        const QString c = QDir(m_altrove.path()).filePath(nome);
-        QDir().mkpath(c);
-        return c;
-    }
-    static QString Bkp(const QString& cartella) { return QDir(cartella).filePath(u"orvelta_2005.bkp"_s); }
-    static QStringList Contenuto(const QString& cartella)
-    {
-        QStringList c = QDir(cartella).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-        c.removeIf([](const QString& n) { return n.endsWith(u"-wal"_s) || n.endsWith(u"-shm"_s); });
-        return c;
-    }
-    static void Distilleria(const QString& ragione, const QString& database)
-    {
-        auto d = Database::Apri(database, false, ConnessioneDb);
-        d->Execute(u"DELETE FROM DISTILLERIA"_s);
-        d->Execute(u"INSERT INTO DISTILLERIA VALUES (?,?,?)"_s, {u"02468135799"_s, ragione, u"Via dell'Uva 1"_s});
-    }
     // La distilleria e l'esito del controllo d'integrità del file.
     static QStringList Stato(const QString& database)
     {
@@ -73,8 +35,6 @@ protected:
         EXPECT_FALSE(sessione().DbDistilleria) << "la schermata d'avvio non tiene connessioni";
         return script->messaggi;
     }
-
-    QTemporaryDir m_altrove;
 };
 
 // Il figlio del disco pieno: l'operazione dal menu con i file limitati a
@@ -122,11 +82,6 @@ TEST_F(GuastiArchivio, DiscoPienoVero)
                                        u"': disco pieno o supporto tolto durante la scrittura."_s,
                                    48, u"Backup/Restore"_s};
     };
-    const auto menu = [&](const char* operazione) {
-        return MessaggioRegistrato{u"Si è verificato un errore durante il "_s + QLatin1String(operazione) +
-                                       u" dell'archivio:\n- "_s + sessione().PathDatabase + u"orvelta_2005.mdb"_s,
-                                   64, u"FERMOLA_2005"_s};
-    };
     struct Caso {
         const char* nome;
         int index;
@@ -134,9 +89,9 @@ TEST_F(GuastiArchivio, DiscoPienoVero)
         Messaggi attesi;
     } casi[] = {
         {"salvataggio su una destinazione piena", 0, vuota,
-         {pieno(Bkp(vuota) + u".nuovo"_s), NonABuonFine, menu("BackUp")}},
+         {pieno(Bkp(vuota) + u".nuovo"_s), NonABuonFine, ErroreMenu("BackUp")}},
         {"ripristino con il disco del database pieno", 1, archivi,
-         {pieno(database + u".nuovo"_s), NonABuonFine, menu("Restore")}},
+         {pieno(database + u".nuovo"_s), NonABuonFine, ErroreMenu("Restore")}},
     };
     for (const Caso& c : casi) {
         SCOPED_TRACE(c.nome);
@@ -178,11 +133,8 @@ TEST(DISABLED_FiglioArchivio, CicloSenzaFine)
 TEST_F(GuastiArchivio, UnProcessoUccisoESeguitoDaUnAvvioNonLasciaAvanzi)
 {
     const QString a = Cartella(u"a"_s), b = Cartella(u"b"_s), c = Cartella(u"c"_s);
-    for (const auto& [cartellaArchivio, ragione] : {std::pair{a, u"Cantina A"_s}, std::pair{b, u"Cantina B"_s}}) {
-        CartellaProva altra;
-        Distilleria(ragione, altra.percorsoDatabase());
-        CreaArchivio(altra.percorsoDatabase(), Bkp(cartellaArchivio));
-    }
+    ArchivioDi(u"Cantina A"_s, a);
+    ArchivioDi(u"Cantina B"_s, b);
     sessione().PathDatabase = Cartella(u"database"_s) + u'/';
     const QString db = sessione().PathDatabase + u"orvelta_2005.mdb"_s;
     ASSERT_TRUE(QFile::copy(cartella->percorsoDatabase(), db));
@@ -265,49 +217,6 @@ TEST_F(GuastiArchivio, AvanziAllAvvio)
         EXPECT_EQ(c.restano, Contenuto(sessione().PathDatabase));
         EXPECT_EQ(QStringList({c.distilleria, u"ok"_s}), Stato(db));
     }
-}
-
-// Di un supporto si tolgono solo i file comuni e visibili in cima, come
-// faceva il "Kill" del dischetto: cartelle e file nascosti restano.
-TEST_F(GuastiArchivio, DelDischettoSiTolgonoSoloIFileVisibili)
-{
-    const MessaggioRegistrato svuota{u"Attenzione il contenuto del floppy verra cancellato"_s, 64, {}};
-    const MessaggioRegistrato vuoto{u"Il dischetto deve essere vuoto. Vuoi cancellare il contenuto nel disco?"_s, 35,
-                                    u"Controllo floppy "_s};
-    const MessaggioRegistrato noFiles{u"Il dischetto non deve contenere files."_s, 64, {}};
-    const MessaggioRegistrato cancellare{u"Vuoi cancellare i files contenuti nel disco?"_s, 36, {}};
-    struct Caso {
-        const char* nome;
-        std::function<void()> controllo;
-        QList<int> risposte;
-        Messaggi attesi;
-    } casi[] = {
-        {"scarico", [] { EXPECT_TRUE(Chk_Disk()); }, {RispostaMsg::OK}, {svuota}},
-        {"salvataggio", [] { ControlloFloppyVuoto(); }, {RispostaMsg::Si}, {vuoto}},
-        {"cambio di disco", [] { EXPECT_TRUE(ControlloFloppyFile()); }, {RispostaMsg::OK, RispostaMsg::Si},
-         {noFiles, cancellare}},
-    };
-    const QString floppy = sessione().CartellaFloppy;
-    for (const Caso& c : casi)
-        for (const bool conFile : {true, false}) {
-            SCOPED_TRACE(std::string(c.nome) + (conFile ? " con un file" : " senza file"));
-            QDir().mkpath(floppy + u"/foto"_s);
-            QStringList file{u"/foto/a.jpg"_s, u"/.nascosto"_s};
-            if (conFile)
-                file << u"/vecchio.txt"_s;
-            for (const QString& nome : file) {
-                QFile f(floppy + nome);
-                ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-            }
-            script->messaggi.clear();
-            script->risposte.clear();
-            script->risposte.append(c.risposte);
-            c.controllo();
-            EXPECT_EQ(conFile ? c.attesi : Messaggi{}, script->messaggi);
-            EXPECT_FALSE(sessione().OperazioneAnnullata || sessione().ControlloFloppyRipeti);
-            EXPECT_EQ(QStringList({u".nascosto"_s, u"foto"_s}), Contenuto(floppy));
-            EXPECT_TRUE(QFile::exists(floppy + u"/foto/a.jpg"_s));
-        }
 }
 
 }  // namespace

@@ -1,17 +1,15 @@
 // Carico di una fornitura del ramo conferimenti: le righe scritte dalle
 // routine delle maschere, la quadratura della testata in ogni certificato, i
-// rifiuti, i file guasti, l'annullamento a mano dopo un errore e la caduta
-// del processo a metà carico.
+// rifiuti, i file guasti, l'annullamento a mano dopo un errore e la maschera
+// FrmProduttore_carico.
 #include "support/prova.h"
 #include "interchange/CaricoConferimenti.h"
+#include "interchange/FrmProduttore_carico.h"
 
-#include "common/errore.h"
 #include "fornitura_conferimenti_prova.h"
-#include "support/figlio_prova.h"
+#include "shell/registro_maschere.h"
 
-#include <QProcess>
-#include <QThread>
-#include <cstdio>
+#include <QPointer>
 
 using namespace ConferimentiProva;
 
@@ -279,66 +277,37 @@ TEST_F(CaricoConferimentiProva, AnnullamentoDopoUnErrore)
     }
 }
 
-// Un processo ucciso a metà di un carico grande: il database resta sano e
-// senza nulla di quel carico. Il figlio è questo stesso eseguibile, che
-// carica e si ferma dopo aver scritto un buon numero di righe.
-const char* VariabileFiglio = "FERMOLA_CARICO_CONFERIMENTI_FIGLIO";
-constexpr qint64 RigheDelFiglio = 4000;
-
-class OsservatoreFermo : public OsservatoreCarico {
-public:
-    void PLAY(bool) override {}
-    void RecordLetti(qint64) override {}
-    void RigheScritte(qint64 numero) override
-    {
-        if (numero < RigheDelFiglio)
-            return;
-        std::fputs("SCRITTE\n", stdout);
-        std::fflush(stdout);
-        for (;;)
-            QThread::sleep(1);
+// La maschera: il nome cresce a ogni scelta della campagna (il 2004 e il 2005
+// sono del solo articolo 29, il 2003 si prova con frmCarico); il carico gira
+// con la maschera occupata, che alla fine resta aperta e libera; Esci la chiude.
+TEST_F(CaricoConferimentiProva, Maschera)
+{
+    RegistraMaschereDelSistema();
+    QPointer<FrmProduttore_carico> maschera =
+        qobject_cast<FrmProduttore_carico*>(TrovaMaschera("FrmProduttore_carico")->fabbrica(nullptr));
+    ASSERT_NE(maschera, nullptr);
+    maschera->show();
+    EXPECT_EQ(maschera->windowTitle(), Titolo);
+    for (const char* campagna : {"2004", "2005"}) {
+        maschera->CmbDomAnnualita->setCurrentIndex(maschera->CmbDomAnnualita->findText(campagna));
+        maschera->CmbDomAnnualita_Click();
     }
-};
+    EXPECT_EQ(maschera->percorso->text(),
+              "Seleziona percorso file ART29-30CONF.txt ART29CONF2004.TXT ART29CONF2005.TXT");
+    Scrivi(File(FornituraGrande(2, 3, 2)));
+    script->cartelle << Programma("arrivo");
+    maschera->Cmddati[0]->click();
+    EXPECT_EQ(script->titoliCartella, QStringList{"Selezionare il Percorso del file ART29CONF2005.txt di Carico."});
+    EXPECT_EQ(script->messaggi, (Messaggi{{Riuscito, 64, Titolo}}));
+    EXPECT_EQ(Conta("PRODUTTORI"), 12);
+    EXPECT_TRUE(maschera->isVisible());
+    EXPECT_EQ(maschera->conteggio->text(), "Righe scritte: 20");
 
-TEST(CaricoConferimentiInterrotto, Figlio)
-{
-    const QString cartella = qEnvironmentVariable(VariabileFiglio);
-    if (cartella.isEmpty())
-        GTEST_SKIP() << "solo come processo figlio";
-    InstallaPiattaformaScript().AccettaMessaggiSenzaRisposta();
-    sessione().PathDatabase = QDir(cartella).filePath(QStringLiteral("database")) + QLatin1Char('/');
-    sessione().DbDistilleria =
-        Database::Apri(QDir(cartella).filePath(QStringLiteral("database/orvelta_2005.mdb")), false, ConnessioneDb);
-    OsservatoreFermo fermo;
-    CaricaFornituraConferimenti(QDir(cartella).filePath(QStringLiteral("arrivo/ART29CONF2005.txt")), &fermo);
-    ADD_FAILURE() << "il carico è finito prima di essere interrotto";
-}
-
-TEST_F(CaricoConferimentiProva, ProcessoUccisoAMetaCarico)
-{
-    Scrivi(File(FornituraGrande(5, 100, 20)));
-    sessione().DbDistilleria.reset();
-
-    QProcess figlio;
-    figlio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    AvviaFiglio(figlio, "CaricoConferimentiInterrotto.Figlio", VariabileFiglio, cartella->cartella());
-    ASSERT_TRUE(figlio.waitForStarted());
-    QByteArray uscita;
-    while (!uscita.contains("SCRITTE") && figlio.state() == QProcess::Running && figlio.waitForReadyRead(300000))
-        uscita += figlio.readAllStandardOutput();
-    ASSERT_TRUE(uscita.contains("SCRITTE")) << uscita.toStdString();
-    figlio.kill();
-    ASSERT_TRUE(figlio.waitForFinished());
-    EXPECT_EQ(figlio.exitStatus(), QProcess::CrashExit);
-
-    EXPECT_EQ(Righe(db(), "PRAGMA integrity_check"), QStringList{"ok"});
-    for (const char* tabella : {"DOMANDE_PRODUTTORI", "TAB_UTF", "PRODUTTORI", "TAB_ID_UTF_PRODUTTORE",
-                                "TAB_Fornitura_utf", "LOGERR"})
-        EXPECT_EQ(Conta(tabella), 0) << tabella;
-    // Dopo la caduta lo stesso file si carica per intero.
-    CaricaFornituraConferimenti(Scrivi(File(FornituraGrande(1, 3, 2))));
-    EXPECT_EQ(Detti(), (Messaggi{{Riuscito, 64, Titolo}}));
-    EXPECT_EQ(Conta("PRODUTTORI"), 6);
+    maschera->Cmddati_Click(1);
+    EXPECT_FALSE(maschera->isVisible());
+    EXPECT_EQ(sessione().CampagnaSelezionata, "");
+    delete maschera.data();
+    AnnullaRegistrazioni();
 }
 
 }  // namespace

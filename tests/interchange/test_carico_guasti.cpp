@@ -1,6 +1,7 @@
 // Guasti veri durante i due carichi: una conferma che fallisce, il disco
-// pieno sotto il database (in un processo figlio, questo stesso eseguibile
-// lanciato sul solo test Figlio), e il menu fermo mentre un carico scrive.
+// pieno sotto il database e il processo ucciso a metà scrittura (in un
+// processo figlio, questo stesso eseguibile lanciato sul solo test Figlio), e
+// il menu fermo mentre un carico scrive.
 #include "support/prova.h"
 #include "fornitura_conferimenti_prova.h"
 #include "fornitura_prova.h"
@@ -10,23 +11,15 @@
 #include "interchange/registra_forniture.h"
 #include "shell/FrmMenu.h"
 #include "shell/registro_maschere.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/verifiche.h"
 
 #include <QAction>
-#include <QComboBox>
-#include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QProcess>
+#include <QThread>
 #include <csignal>
 #include <cstdio>
-#include <functional>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 namespace {
@@ -69,23 +62,38 @@ const Ramo Rami[] = {
      {"DOMANDE_PRODUTTORI", "TAB_UTF", "PRODUTTORI", "TAB_ID_UTF_PRODUTTORE", "TAB_Fornitura_utf"}},
 };
 
-// Il disco si riempie appena finita la lettura, poco sopra i file di adesso
-// (il giornale del database cresce con le scritture del carico).
-class DiscoCheSiRiempie : public OsservatoreCarico {
+// Il guasto del figlio. Il disco si riempie appena finita la lettura, poco
+// sopra i file di adesso (il giornale del database cresce con le scritture
+// del carico); oppure il carico si ferma dopo aver scritto un buon numero di
+// righe, prima della conferma, e aspetta di essere ucciso.
+constexpr qint64 RigheDelFermo = 4000;
+
+class GuastoDelFiglio : public OsservatoreCarico {
 public:
-    explicit DiscoCheSiRiempie(QString database) : m_database(std::move(database)) {}
+    GuastoDelFiglio(QString database, bool pieno) : m_database(std::move(database)), m_pieno(pieno) {}
     void PLAY(bool) override {}
-    void RigheScritte(qint64) override {}
     void RecordLetti(qint64) override
     {
+        if (!m_pieno)
+            return;
         std::signal(SIGXFSZ, SIG_IGN);
         const qint64 adesso = std::max(QFileInfo(m_database).size(), QFileInfo(m_database + "-wal").size());
         const rlimit limite{rlim_t(adesso + 8192), rlim_t(adesso + 8192)};
         setrlimit(RLIMIT_FSIZE, &limite);
     }
+    void RigheScritte(qint64 numero) override
+    {
+        if (m_pieno || numero < RigheDelFermo)
+            return;
+        std::fputs("SCRITTE\n", stdout);
+        std::fflush(stdout);
+        for (;;)
+            QThread::sleep(1);
+    }
 
 private:
     QString m_database;
+    bool m_pieno;
 };
 
 class CaricoGuasti : public ProvaConDatabase {
@@ -115,7 +123,7 @@ protected:
 TEST(CaricoGuastiFiglio, Figlio)
 {
     const QStringList parti = qEnvironmentVariable(VariabileFiglio).split('|');
-    if (parti.size() != 3)
+    if (parti.size() != 4)
         GTEST_SKIP() << "solo come processo figlio";
     PiattaformaScript& script = InstallaPiattaformaScript();
     script.AccettaMessaggiSenzaRisposta();
@@ -123,9 +131,9 @@ TEST(CaricoGuastiFiglio, Figlio)
     s.PathDatabase = QDir(parti[0]).filePath("database") + '/';
     s.TitoloMaschera = Titolo;
     s.DbDistilleria = Database::Apri(s.PathDatabase + NomeDatabase, true, ConnessioneDb);
-    DiscoCheSiRiempie disco(s.PathDatabase + NomeDatabase);
+    GuastoDelFiglio guasto(s.PathDatabase + NomeDatabase, parti[3] == "pieno");
     try {
-        Rami[parti[1].toInt()].carica(parti[2], &disco);
+        Rami[parti[1].toInt()].carica(parti[2], &guasto);
     } catch (const ProcessoTerminato&) {
     }
     for (const MessaggioRegistrato& m : std::as_const(script.messaggi))
@@ -170,29 +178,51 @@ TEST_F(CaricoGuasti, ConfermaCheFallisce)
 }
 
 // Il disco pieno sotto il database a metà di ogni carico: l'ultimo messaggio
-// è il carico non riuscito, il database riparte integro e senza nulla del
-// carico.
-TEST_F(CaricoGuasti, DiscoPieno)
+// è il carico non riuscito. Il processo ucciso a metà scrittura: nessun
+// messaggio. In tutti e due i casi il database riparte integro e senza nulla
+// del carico, e lo stesso file si carica poi per intero.
+TEST_F(CaricoGuasti, DiscoPienoEProcessoUcciso)
 {
-    for (int i = 0; i < 2; ++i) {
-        const Ramo& r = Rami[i];
-        SCOPED_TRACE(r.nome);
-        const QString file = File(r, 300);
+    const struct { const char* nome; int ramo, domande; bool pieno; } casi[] = {
+        {"fatture, disco pieno", 0, 300, true},
+        {"conferimenti, disco pieno", 1, 300, true},
+        {"fatture, ucciso", 0, 2000, false},
+        {"conferimenti, ucciso", 1, 500, false},
+    };
+    for (const auto& c : casi) {
+        const Ramo& r = Rami[c.ramo];
+        SCOPED_TRACE(c.nome);
+        const QString file = File(r, c.domande);
         sessione().DbDistilleria.reset();
         QProcess figlio;
         QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
-        ambiente.insert(VariabileFiglio, QStringList{cartella->cartella(), QString::number(i), file}.join('|'));
+        const QString guasto = c.pieno ? "pieno" : "fermo";
+        ambiente.insert(VariabileFiglio, QStringList{cartella->cartella(), QString::number(c.ramo), file, guasto}.join('|'));
         figlio.setProcessEnvironment(ambiente);
         figlio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         figlio.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=CaricoGuastiFiglio.Figlio"});
+        QByteArray uscita;
+        if (!c.pieno) {
+            while (!uscita.contains("SCRITTE") && figlio.waitForReadyRead(300000))
+                uscita += figlio.readAllStandardOutput();
+            ASSERT_TRUE(uscita.contains("SCRITTE")) << uscita.toStdString();
+            figlio.kill();
+        }
         ASSERT_TRUE(figlio.waitForFinished(600000));
-        const QStringList detti = QString::fromUtf8(figlio.readAllStandardOutput()).split('\n').filter("MESSAGGIO ");
-        ASSERT_FALSE(detti.isEmpty());
-        EXPECT_EQ(detti.constLast(), "MESSAGGIO 16|Carico|Carico fornitura non riuscito.") << detti.join('\n').toStdString();
+        const QStringList detti =
+            QString::fromUtf8(uscita + figlio.readAllStandardOutput()).split('\n').filter("MESSAGGIO ");
+        EXPECT_EQ(detti.value(detti.size() - 1),
+                  c.pieno ? "MESSAGGIO 16|Carico|Carico fornitura non riuscito." : "")
+            << detti.join('\n').toStdString();
 
         sessione().DbDistilleria = Database::Apri(cartella->percorsoDatabase(), true, ConnessioneDb);
         EXPECT_EQ(Righe(db(), "PRAGMA integrity_check"), QStringList{"ok"});
-        EXPECT_EQ(Conti(r), QStringList(r.tabelle.size(), "0").join('|')) << detti.join('\n').toStdString();
+        EXPECT_EQ(Conti(r), QStringList(r.tabelle.size(), "0").join('|'));
+        script->messaggi.clear();
+        r.carica(File(r, 2), nullptr);
+        EXPECT_EQ(script->messaggi, Messaggi{Riuscito});
+        for (const QString& tabella : r.tabelle + QStringList{"LOGERR"})
+            db().Execute("DELETE FROM " + tabella);
     }
 }
 

@@ -46,9 +46,13 @@ TEST_F(Destinazioni, Chk_Disk)
         QStringList restano;
         bool termina = false;
     };
-    const auto vuoto = [](Destinazioni& t) { QDir().mkpath(t.floppy); };
+    // Cartelle e file nascosti non contano e restano.
+    const auto nascosti = [](Destinazioni& t) {
+        QDir().mkpath(t.floppy + "/foto");
+        t.Scrivi(".nascosto");
+    };
     const QList<Caso> casi = {
-        {"dischetto vuoto", vuoto, {}, true, {}, {}},
+        {"dischetto vuoto", nascosti, {}, true, {}, {".nascosto", "foto"}},
         {"file a sola lettura: si chiede il dischetto",
          [](Destinazioni& t) {
              QDir().mkpath(t.floppy);
@@ -74,7 +78,7 @@ TEST_F(Destinazioni, Chk_Disk)
         EXPECT_EQ(caso.termina, script->terminato);
         EXPECT_EQ(caso.risultato, risultato);
         EXPECT_EQ(caso.messaggi, script->messaggi);
-        EXPECT_EQ(caso.restano, QDir(floppy).entryList(QDir::AllEntries | QDir::NoDotAndDotDot));
+        EXPECT_EQ(caso.restano, QDir(floppy).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
     }
 }
 

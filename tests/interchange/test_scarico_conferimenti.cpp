@@ -4,7 +4,7 @@
 
 #include "interchange/ScaricoConferimenti.h"
 #include "interchange/frmScarico.h"
-#include "record_prova.h"
+#include "scarico_prova.h"
 #include "shell/registro_maschere.h"
 
 namespace {
@@ -16,15 +16,12 @@ const MessaggioRegistrato NonQuadra{
     "produttori.\r\nContinuare lo scarico ?",
     52, TitoloLungo};
 
-class ScaricoConferimenti : public ProvaConDatabase {
+class ScaricoConferimenti : public ProvaScarico {
 protected:
-    void SetUp() override
+    ScaricoConferimenti()
+        : ProvaScarico(QStringLiteral(" Scarico delle Domande distillatore "), QStringLiteral("DOMANDE_PRODUTTORI"),
+                       QStringLiteral("KelvarCONF."))
     {
-        ProvaConDatabase::SetUp();
-        sessione().TitoloMaschera = QStringLiteral(" Scarico delle Domande distillatore ");
-        sessione().DistilleriaDati = Distilleria();
-        uscita = QDir(cartella->cartella()).filePath("uscita");
-        QDir().mkpath(uscita);
     }
 
     qint64 Domanda()
@@ -69,21 +66,6 @@ protected:
         Certificato(d, "UTF2", "10", "120");
         return a;
     }
-    QString Finale() const { return QDir(uscita).filePath("KelvarCONF.001"); }
-    QString Temporaneo() const { return QDir(cartella->cartella()).filePath("COPI1.666"); }
-    QString Stato()
-    {
-        return Righe(db(), "SELECT PROG FROM PROG_DSK").join(',') + " " +
-               Righe(db(), "SELECT SCAR || PROG_INVIO FROM DOMANDE_PRODUTTORI").join(',');
-    }
-    QStringList LeggiRighe(const QString& percorso)
-    {
-        QFile f(percorso);
-        if (!f.open(QIODevice::ReadOnly))
-            return {"(file assente)"};
-        return QString::fromLatin1(f.readAll()).split("\r\n");
-    }
-    QString uscita;
 };
 
 TEST_F(ScaricoConferimenti, Quadratura)
@@ -126,7 +108,7 @@ TEST_F(ScaricoConferimenti, FileFinaleBytePerByte)
     db().Execute("UPDATE DOMANDE_PRODUTTORI SET DOMANDA = '00000000001'");
     SeminaDomanda();
     script->Rispondi(RispostaMsg::OK);
-    ASSERT_TRUE(ScaricaDomandaProduttore(uscita));
+    ASSERT_TRUE(ScaricaDomandaProduttore(destinazione));
     EXPECT_EQ(Messaggi{Passata}, script->messaggi);
     const QString cifreUtf1 = "00001505000" "00000205000" "00000102500" "00000000000" "000018060000";
     const QString certificato = "12345678901" "UTF1     " "AT" "20051105";
@@ -143,12 +125,8 @@ TEST_F(ScaricoConferimenti, FileFinaleBytePerByte)
             "000001200000" + Bianchi(213),
         "9" + QString(30, '9') + "000002" "000002" "000000000002562" "000000000001191" + QString(15, '0') +
             "000000000000150" "000000000003603" "00000000001000" "000000000002603" + Bianchi(153),
-        "",
     };
-    const QStringList ottenute = LeggiRighe(Finale());
-    ASSERT_EQ(attese.size(), ottenute.size());
-    for (qsizetype i = 0; i < attese.size(); ++i)
-        EXPECT_TRUE(RecordUguale(attese.at(i), ottenute.at(i))) << "riga " << i + 1;
+    ConfrontaRighe(attese, Finale());
     EXPECT_EQ("1 N0,S1", Stato());
     EXPECT_FALSE(QFile::exists(Temporaneo()));
 }
@@ -157,7 +135,7 @@ TEST_F(ScaricoConferimenti, RispostaNoNonToccaNulla)
 {
     SeminaDomanda("601");
     script->Rispondi(RispostaMsg::No);
-    EXPECT_FALSE(ScaricaDomandaProduttore(uscita));
+    EXPECT_FALSE(ScaricaDomandaProduttore(destinazione));
     EXPECT_EQ(Messaggi{NonQuadra}, script->messaggi);
     EXPECT_EQ("0 N0", Stato());
     EXPECT_FALSE(QFile::exists(Finale()));
@@ -170,9 +148,9 @@ TEST_F(ScaricoConferimenti, CodaCortaSenzaTotali)
     // trova righe e la coda si ferma a 43 caratteri.
     Certificato(Domanda(), "UTF9", "1", "1");
     script->Rispondi(RispostaMsg::Si);
-    ASSERT_TRUE(ScaricaDomandaProduttore(uscita));
+    ASSERT_TRUE(ScaricaDomandaProduttore(destinazione));
     const QStringList righe = LeggiRighe(Finale());
-    ASSERT_EQ(4, righe.size());
+    ASSERT_EQ(3, righe.size());
     EXPECT_EQ("9" + QString(30, '9') + "000001" "000000", righe.at(2));
     EXPECT_EQ("1 S1", Stato());
 }
@@ -181,7 +159,7 @@ TEST_F(ScaricoConferimenti, DomandaSenzaCertificati)
 {
     Domanda();
     script->Rispondi(RispostaMsg::OK);
-    EXPECT_FALSE(ScaricaDomandaProduttore(uscita));
+    EXPECT_FALSE(ScaricaDomandaProduttore(destinazione));
     EXPECT_EQ(Messaggi({{MessaggioLogErr(3075,
                                          "Errore di sintassi (operatore mancante) nell'espressione della query.",
                                          Etichetta),
@@ -199,7 +177,7 @@ TEST_F(ScaricoConferimenti, Maschera)
     ASSERT_NE(nullptr, registrata);
     EXPECT_EQ(Apertura::Modale, registrata->apertura);
     SeminaDomanda();
-    script->cartelle.enqueue(uscita);
+    script->cartelle.enqueue(destinazione);
     script->Rispondi(RispostaMsg::OK);
     std::unique_ptr<QWidget> maschera(registrata->fabbrica(nullptr));
     auto* scarico = qobject_cast<frmScarico*>(maschera.get());

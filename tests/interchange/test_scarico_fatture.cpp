@@ -6,7 +6,7 @@
 #include "interchange/Destinazioni.h"
 #include "interchange/ScaricoFatture.h"
 #include "interchange/frmScarico.h"
-#include "record_prova.h"
+#include "scarico_prova.h"
 #include "shell/frmSpalsh.h"
 #include "shell/registro_maschere.h"
 #include "support/figlio_prova.h"
@@ -27,17 +27,9 @@ const QString NomeLungo = QStringLiteral("CANTINA SOCIALE COOPERATIVA DEI VIGNAI
 const QString Etichetta = QStringLiteral(" FrmSelezionaFatture.SelRiga_SelFatture");
 const char* const VariabileFiglio = "FERMOLA_SCARICO_FIGLIO";
 
-class ScaricoFatture : public ProvaConDatabase {
+class ScaricoFatture : public ProvaScarico {
 protected:
-    void SetUp() override
-    {
-        ProvaConDatabase::SetUp();
-        sessione().TitoloMaschera = Titolo;
-        sessione().DistilleriaDati = Distilleria();
-        destinazione = QDir(cartella->cartella()).filePath(QStringLiteral("uscita"));
-        QDir().mkpath(destinazione);
-        sessione().CartellaFloppy = QDir(cartella->cartella()).filePath(QStringLiteral("floppy"));
-    }
+    ScaricoFatture() : ProvaScarico(Titolo, QStringLiteral("DOMANDE"), QStringLiteral("KelvarFAT.")) {}
 
     // Domanda di 9 cifre con due fatture fuori ordine di numero: la "10"
     // scritta per prima, con un nome di 75 caratteri, senza data di pagamento
@@ -72,17 +64,6 @@ protected:
         db().Execute("UPDATE FATTURE SET QTA_LAVO = NULL WHERE ID_FATTURA = ?", {f10});
     }
 
-    QString Finale(const QString& numero = QStringLiteral("001")) const
-    {
-        return QDir(destinazione).filePath(QStringLiteral("KelvarFAT.") + numero);
-    }
-    QString Temporaneo() const { return QDir(cartella->cartella()).filePath(QStringLiteral("COPI1.666")); }
-    QString Stato()
-    {
-        return Righe(db(), "SELECT PROG FROM PROG_DSK").join(',') + " " +
-               Righe(db(), "SELECT SCAR || PROG_INVIO FROM DOMANDE").join(',');
-    }
-
     // La domanda con "fatture" fatture uguali (262 byte l'una nel file).
     void SeminaFatture(int fatture)
     {
@@ -93,36 +74,15 @@ protected:
                          " '15/03/2006', '1500,0000', '1480,0000', '12,5000', '3675,00', 1)",
                          {sessione().DomandaSel.ID_DOMANDA, i});
     }
-    static QStringList Contenuto(const QString& cartella)
-    {
-        return QDir(cartella).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    }
-    static void Scrivi(const QString& percorso, const QByteArray& dati = "x")
-    {
-        QFile f(percorso);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(dati);
-    }
 
-    QString destinazione;
+    std::optional<SolaLettura> blocco;
+    bool montata = false;
 };
 
 QString Testata(const QString& numero)
 {
     return "0" + QString(16, '0') + "2005/2006" + numero + QDate::currentDate().toString("yyyyMMdd") +
            Sx("DISTILLERIA BOSCO SPA", 50) + Sx("VIA ROMA 12 ASTI", 30) + "02" + "29" + Bianchi(138);
-}
-
-QStringList LeggiRighe(const QString& percorso)
-{
-    QFile f(percorso);
-    if (!f.open(QIODevice::ReadOnly))
-        return {QStringLiteral("(file assente)")};
-    const QByteArray dati = f.readAll();
-    if (!dati.endsWith("\r\n"))
-        return {QStringLiteral("(manca CR LF in fondo)")};
-    QStringList righe = QString::fromLatin1(dati.chopped(2)).split(QStringLiteral("\r\n"));
-    return righe;
 }
 
 TEST_F(ScaricoFatture, FileFinaleBytePerByte)
@@ -143,10 +103,7 @@ TEST_F(ScaricoFatture, FileFinaleBytePerByte)
             Bianchi(10) + "000000" + Bianchi(160),
         "9" + QString(16, '9') + "000002" "000002" + Bianchi(231),
     };
-    const QStringList ottenute = LeggiRighe(Finale());
-    ASSERT_EQ(attese.size(), ottenute.size());
-    for (qsizetype i = 0; i < attese.size(); ++i)
-        EXPECT_TRUE(RecordUguale(attese.at(i), ottenute.at(i))) << "riga " << i + 1;
+    ConfrontaRighe(attese, Finale());
     EXPECT_FALSE(QFile::exists(Temporaneo()));
     EXPECT_TRUE(script->messaggi.isEmpty());
     EXPECT_EQ("1 S1", Stato());
@@ -172,63 +129,18 @@ TEST_F(ScaricoFatture, DomandaSenzaFattureDaTestataECoda)
     EXPECT_EQ("1 S1", Stato());
 }
 
-// Le righe della tabella dei guasti: che cosa si dice e che cosa resta.
-struct Guasto {
-    const char* nome;
-    std::function<void(ScaricoFatture&, Database&, QString& cartella)> prepara;
-    Messaggi messaggi;
-    bool finale, temporaneo;
-    QString stato;
-};
-
-TEST_F(ScaricoFatture, TabellaDeiGuasti)
-{
-    const QString copiaMancata = MessaggioLogErr(76, "Impossibile trovare il percorso", Etichetta);
-    const QString sintassi = MessaggioLogErr(3075, "Errore di sintassi nell'istruzione UPDATE.", Etichetta);
-    const QList<Guasto> casi = {
-        {"PROG_DSK non aggiornata",
-         [](ScaricoFatture&, Database& db, QString&) {
-             db.Execute("CREATE TRIGGER fermo BEFORE UPDATE ON PROG_DSK BEGIN SELECT RAISE(IGNORE); END");
-         },
-         {{"Flag di stampa non aggiornato , rifare la stampa.", 64, Titolo}}, false, false, "0 S1"},
-        {"DOMANDE non aggiornata",
-         [](ScaricoFatture&, Database&, QString&) { sessione().DomandaSel.ID_DOMANDA = 999999; },
-         {{"Flag di scarico non aggiornato, lo scarico sarà terminato.", 64, ""}}, true, false, "1 N0"},
-        {"cartella di destinazione che non c'è",
-         [](ScaricoFatture&, Database&, QString& c) { c += "/manca"; },
-         {{copiaMancata, 48, "Gestione Errori"}}, false, true, "1 N0"},
-        {"PROG_DSK vuota", [](ScaricoFatture&, Database& db, QString&) { db.Execute("DELETE FROM PROG_DSK"); },
-         {{sintassi, 48, "Gestione Errori"}}, false, true, " N0"},
-    };
-    for (const Guasto& caso : casi) {
-        SCOPED_TRACE(caso.nome);
-        TearDown();
-        SetUp();
-        SeminaDomanda();
-        QString c = destinazione;
-        caso.prepara(*this, db(), c);
-        for (qsizetype i = 0; i < caso.messaggi.size(); ++i)
-            script->Rispondi(RispostaMsg::OK);
-        EXPECT_EQ(caso.finale, ScaricaDomanda(c));
-        EXPECT_EQ(caso.messaggi, script->messaggi);
-        EXPECT_EQ(caso.finale, QFile::exists(Finale()));
-        EXPECT_EQ(caso.temporaneo, QFile::exists(Temporaneo()));
-        EXPECT_EQ(caso.stato, Stato());
-    }
-}
-
 TEST_F(ScaricoFatture, SulDischettoSvuotatoPrimaDellaCopia)
 {
     SeminaDomanda();
-    QDir().mkpath(sessione().CartellaFloppy);
-    QFile vecchio(QDir(sessione().CartellaFloppy).filePath("vecchio.txt"));
-    ASSERT_TRUE(vecchio.open(QIODevice::WriteOnly));
-    vecchio.close();
+    // Si tolgono i soli file visibili in cima: cartelle e file nascosti restano.
+    QDir().mkpath(sessione().CartellaFloppy + "/foto");
+    for (const char* nome : {"vecchio.txt", ".nascosto"})
+        Scrivi(QDir(sessione().CartellaFloppy).filePath(nome));
     script->Rispondi(RispostaMsg::OK);
     // "A:\" perde la barra e diventa il punto di montaggio del dischetto.
     ASSERT_TRUE(ScaricaDomanda("a:\\"));
     EXPECT_EQ(Messaggi({{"Attenzione il contenuto del floppy verra cancellato", 64, ""}}), script->messaggi);
-    EXPECT_EQ(QStringList({"KelvarFAT.001"}), QDir(sessione().CartellaFloppy).entryList(QDir::Files));
+    EXPECT_EQ(QStringList({".nascosto", "KelvarFAT.001", "foto"}), Contenuto(sessione().CartellaFloppy));
 }
 
 // La maschera: la cartella si sceglie appena si apre, lo scarico va da sé e
@@ -259,78 +171,105 @@ MessaggioRegistrato LogErr(int numero, const QString& descrizione)
     return {MessaggioLogErr(numero, descrizione, Etichetta), 48, "Gestione Errori"};
 }
 
-TEST_F(ScaricoFatture, DestinazioniCheNonSiScrivonoNonLascianoNullaAMeta)
+// I guasti del database e delle destinazioni (protette, piene, senza
+// cartella): che cosa si dice, che cosa resta nella destinazione e nel
+// database, e se resta la copia provvisoria. Nei messaggi "%1" è la
+// destinazione.
+TEST_F(ScaricoFatture, Guasti)
 {
+    using Prepara = std::function<std::optional<QString>()>;  // nulla: qui non si prova
+    const auto protetta = [this](bool floppy) -> Prepara {
+        return [this, floppy]() -> std::optional<QString> {
+            const QString dove = floppy ? sessione().CartellaFloppy : destinazione;
+            QDir().mkpath(dove);
+            Scrivi(QDir(dove).filePath("vecchio.txt"));
+            blocco.emplace(dove);
+            return ScritturaNegata(dove) ? std::optional(dove) : std::nullopt;
+        };
+    };
     const MessaggioRegistrato svuota{"Attenzione il contenuto del floppy verra cancellato", 64, ""};
     const MessaggioRegistrato protezione{"Togliere la protezione in scrittura dal dischetto", 17, Titolo};
-    struct Caso {
+    const struct {
         const char* nome;
-        bool floppy;      // destinazione sul dischetto, altrimenti la cartella
-        bool protetta;
+        Prepara prepara;
         QList<int> risposte;
-        std::function<Messaggi(const QString& cartella)> attesi;
+        Messaggi messaggi;
+        bool riuscito, temporaneo;
         QString stato;
         QStringList restano;
     } casi[] = {
-        {"cartella protetta: errore registrato, nessuna ripetizione", false, true, {},
-         [](const QString& c) {
-             return Messaggi{LogErr(75, "Impossibile scrivere '" + QDir(c).filePath("KelvarFAT.001.nuovo") +
-                                            "': cartella o supporto protetti in scrittura.")};
+        {"PROG_DSK non aggiornata",
+         [this] {
+             db().Execute("CREATE TRIGGER fermo BEFORE UPDATE ON PROG_DSK BEGIN SELECT RAISE(IGNORE); END");
+             return std::optional(destinazione);
          },
-         "1 N0", {"vecchio.txt"}},
-        {"dischetto protetto: OK ripete, Annulla chiude lo scarico", true, true,
+         {}, {{"Flag di stampa non aggiornato , rifare la stampa.", 64, Titolo}}, false, false, "0 S1", {}},
+        {"DOMANDE non aggiornata",
+         [this] {
+             sessione().DomandaSel.ID_DOMANDA = 999999;
+             return std::optional(destinazione);
+         },
+         {}, {{"Flag di scarico non aggiornato, lo scarico sarà terminato.", 64, ""}}, true, false, "1 N0",
+         {"KelvarFAT.001"}},
+        {"cartella di destinazione che non c'è",
+         [this] { return std::optional(destinazione + "/manca"); }, {},
+         {LogErr(76, "Impossibile trovare il percorso")}, false, true, "1 N0", {}},
+        {"PROG_DSK vuota",
+         [this] {
+             db().Execute("DELETE FROM PROG_DSK");
+             return std::optional(destinazione);
+         },
+         {}, {LogErr(3075, "Errore di sintassi nell'istruzione UPDATE.")}, false, true, " N0", {}},
+        {"cartella protetta: errore registrato, nessuna ripetizione", protetta(false), {},
+         {LogErr(75, "Impossibile scrivere '%1/KelvarFAT.001.nuovo': cartella o supporto protetti in scrittura.")},
+         false, true, "1 N0", {"vecchio.txt"}},
+        {"dischetto protetto: OK ripete, Annulla chiude lo scarico", protetta(true),
          {RispostaMsg::OK, RispostaMsg::OK, RispostaMsg::OK, RispostaMsg::Annulla},
-         [&](const QString&) {
-             return Messaggi{svuota, protezione, svuota, protezione, LogErr(75, "Errore di accesso al percorso/file")};
-         },
+         {svuota, protezione, svuota, protezione, LogErr(75, "Errore di accesso al percorso/file")}, false, true,
          "0 N0", {"vecchio.txt"}},
-        {"copia provvisoria di uno scarico interrotto", false, false, {},
-         [](const QString&) { return Messaggi{}; }, "1 S1", {"KelvarFAT.001", "vecchio.txt"}},
+        {"copia provvisoria di uno scarico interrotto",
+         [this] {
+             Scrivi(QDir(destinazione).filePath("vecchio.txt"));
+             Scrivi(QDir(destinazione).filePath("KelvarFAT.007.nuovo"), "a met");
+             return std::optional(destinazione);
+         },
+         {}, {}, true, false, "1 S1", {"KelvarFAT.001", "vecchio.txt"}},
+        // Un supporto davvero pieno: un file system piccolo montato per la prova.
+        {"disco pieno",
+         [this] {
+             montata = ::mount("tmpfs", QFile::encodeName(destinazione).constData(), "tmpfs", 0, "size=4k") == 0;
+             return montata ? std::optional(destinazione) : std::nullopt;
+         },
+         {},
+         {LogErr(61, "Impossibile scrivere '%1/KelvarFAT.001.nuovo': disco pieno o supporto tolto durante la "
+                     "scrittura.")},
+         false, true, "1 N0", {}},
     };
-    for (const Caso& c : casi) {
+    for (const auto& c : casi) {
         SCOPED_TRACE(c.nome);
         TearDown();
         SetUp();
         script->AccettaMessaggiSenzaRisposta();
-        SeminaFatture(3);
-        const QString cartella = c.floppy ? sessione().CartellaFloppy : destinazione;
-        QDir().mkpath(cartella);
-        Scrivi(QDir(cartella).filePath("vecchio.txt"));
-        Scrivi(QDir(cartella).filePath("KelvarFAT.007.nuovo"), "a met");
-        std::optional<SolaLettura> blocco;
-        if (c.protetta) {
-            QFile::remove(QDir(cartella).filePath("KelvarFAT.007.nuovo"));
-            blocco.emplace(cartella);
-            if (!ScritturaNegata(cartella))
-                continue;  // qui neppure root si ferma: la prova non ha senso
-        }
+        SeminaFatture(20);  // più di una pagina da 4 KB
+        const std::optional<QString> dove = c.prepara();
         script->risposte.append(c.risposte);
-        EXPECT_EQ(!c.protetta, ScaricaDomanda(cartella));
+        const bool riuscito = dove && ScaricaDomanda(*dove);
+        const QStringList restano = dove ? Contenuto(*dove) : QStringList();
         blocco.reset();
-        EXPECT_EQ(c.attesi(cartella), script->messaggi);
+        if (std::exchange(montata, false))
+            ::umount2(QFile::encodeName(destinazione).constData(), MNT_DETACH);
+        if (!dove)
+            continue;  // né protezione né montaggio qui, neppure per root
+        Messaggi attesi = c.messaggi;
+        for (MessaggioRegistrato& m : attesi)
+            m.testo.replace("%1", *dove);
+        EXPECT_EQ(c.riuscito, riuscito);
+        EXPECT_EQ(attesi, script->messaggi);
         EXPECT_TRUE(script->risposte.isEmpty());
         EXPECT_EQ(c.stato, Stato());
-        EXPECT_EQ(c.protetta, QFile::exists(Temporaneo()));
-        EXPECT_EQ(c.restano, Contenuto(cartella));
+        EXPECT_EQ(c.temporaneo, QFile::exists(Temporaneo()));
+        EXPECT_EQ(c.restano, restano);
     }
-}
-
-// Un supporto davvero pieno: un file system piccolo montato per la prova.
-TEST_F(ScaricoFatture, DiscoPienoVero)
-{
-    script->AccettaMessaggiSenzaRisposta();
-    SeminaFatture(20);  // più di una pagina da 4 KB
-    if (::mount("tmpfs", QFile::encodeName(destinazione).constData(), "tmpfs", 0, "size=4k") != 0)
-        GTEST_SKIP() << "montaggio non permesso qui: " << std::strerror(errno);
-    EXPECT_FALSE(ScaricaDomanda(destinazione));
-    const QStringList restano = Contenuto(destinazione);
-    ::umount2(QFile::encodeName(destinazione).constData(), MNT_DETACH);
-    EXPECT_EQ(Messaggi{LogErr(61, "Impossibile scrivere '" + QDir(destinazione).filePath("KelvarFAT.001.nuovo") +
-                                      "': disco pieno o supporto tolto durante la scrittura.")},
-              script->messaggi);
-    EXPECT_EQ(QStringList{}, restano);
-    EXPECT_EQ("1 N0", Stato());
-    EXPECT_TRUE(QFile::exists(Temporaneo()));
 }
 
 // Il figlio: scarichi della stessa domanda senza sosta finché non lo si uccide.

@@ -243,12 +243,4 @@ TEST_F(TracciatoConferimentiDatabase, AnnidamentoDelleRighe)
     EXPECT_EQ("C1/0/ASTI(P1:1 P2:2) C2/0/ASTI(P3:3) | C3/0/CUNEO(P4:2)", domande.join(" | "));
 }
 
-TEST(TracciatoConferimentiEntrata, RecordFuoriPostoSonoErroriDiEsecuzione)
-{
-    Carico c;  // un certificato prima di ogni domanda, poi un produttore prima di ogni certificato
-    EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(Entrata2("C1", "AT")); }));
-    c.LeggiRiga(Entrata1("00000004711"));
-    EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(Entrata3("P1", "RO")); }));
-}
-
 }  // namespace

@@ -151,9 +151,6 @@ TEST_F(TracciatoFattureUscita, BollaECoda)
 
 // ------------------------------------------------------------- in entrata
 
-const QString Entrata0 = QStringLiteral("0") + "2005" + "000002" + "000005" + "000007" + "15/03/2006" + "001" +
-                         Bianchi(224);
-
 QString Entrata1(const QString& domanda)
 {
     return QStringLiteral("1") + domanda + "01" + "29" + "ANE" + Bianchi(241);
@@ -238,15 +235,6 @@ TEST(TracciatoFattureEntrata, AnnidamentoDelleRighe)
             bolle << d.Bolle[i].NUMERO_BOLLA.trimmed();
         EXPECT_EQ(attesoFatture, fatture.join(' '));
         EXPECT_EQ(attesoBolle, bolle.join(' '));
-    }
-}
-
-TEST(TracciatoFattureEntrata, FatturaOBollaPrimaDiUnaDomandaSonoErroriDiEsecuzione)
-{
-    for (const QString& r : {Entrata2("A"), Entrata3("B1")}) {
-        Carico c;
-        c.LeggiRiga(Entrata0);
-        EXPECT_EQ(9, NumeroErrore([&] { c.LeggiRiga(r); })) << r.left(1);
     }
 }
 
