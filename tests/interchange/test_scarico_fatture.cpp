@@ -245,6 +245,7 @@ TEST_F(ScaricoFatture, Guasti)
                      "scrittura.")},
          false, true, "1 N0", {}},
     };
+    QStringList saltati;
     for (const auto& c : casi) {
         SCOPED_TRACE(c.nome);
         TearDown();
@@ -258,8 +259,10 @@ TEST_F(ScaricoFatture, Guasti)
         blocco.reset();
         if (std::exchange(montata, false))
             ::umount2(QFile::encodeName(destinazione).constData(), MNT_DETACH);
-        if (!dove)
-            continue;  // né protezione né montaggio qui, neppure per root
+        if (!dove) {
+            saltati << c.nome;  // né protezione né montaggio qui, neppure per root
+            continue;
+        }
         Messaggi attesi = c.messaggi;
         for (MessaggioRegistrato& m : attesi)
             m.testo.replace("%1", *dove);
@@ -270,6 +273,8 @@ TEST_F(ScaricoFatture, Guasti)
         EXPECT_EQ(c.temporaneo, QFile::exists(Temporaneo()));
         EXPECT_EQ(c.restano, restano);
     }
+    if (!saltati.isEmpty())
+        GTEST_SKIP() << "non provati su questa macchina: " << saltati.join(", ").toStdString();
 }
 
 // Il figlio: scarichi della stessa domanda senza sosta finché non lo si uccide.
