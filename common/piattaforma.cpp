@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QGraphicsView>
 #include <QScrollBar>
 #include <QGuiApplication>
 #include <QHash>
@@ -17,11 +16,14 @@
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
-#include <QPrintPreviewWidget>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollArea>
 #include <QPrinter>
 #include <QPushButton>
 #include <QTextDocument>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -45,6 +47,79 @@ QString& partenza()
     static QString p;
     return p;
 }
+
+// Le pagine dell'anteprima una sotto l'altra, larghe quanto la finestra. Il
+// documento si dispone una volta sola all'apertura; a ogni disegno si
+// disegnano solo le pagine in vista.
+class FogliAnteprima final : public QWidget {
+public:
+    FogliAnteprima(QTextDocument& documento, QWidget* madre)
+        : QWidget(madre), m_impaginazione(documento, *this, FoglioDelDocumento(documento))
+    {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
+
+    // Larghezza del foglio adattata a quella disponibile.
+    void Adatta(int larghezza)
+    {
+        const QRect foglio = m_impaginazione.foglio();
+        m_zoom = std::max(0.1, qreal(larghezza - 2 * Bordo) / foglio.width());
+        m_passo = qRound(foglio.height() * m_zoom) + Bordo;
+        setFixedSize(larghezza, Bordo + m_passo * std::max(1, m_impaginazione.pagine()));
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* evento) override
+    {
+        QPainter pittore(this);
+        const QRect zona = evento->rect();
+        pittore.fillRect(zona, palette().dark());
+        const int prima = std::max(0, (zona.top() - Bordo) / m_passo);
+        const int ultima = std::min(m_impaginazione.pagine() - 1, zona.bottom() / m_passo);
+        for (int p = prima; p <= ultima; ++p) {
+            pittore.save();
+            pittore.translate(Bordo, Bordo + p * m_passo);
+            pittore.scale(m_zoom, m_zoom);
+            pittore.setClipRect(QRect(QPoint(0, 0), m_impaginazione.foglio().size()));
+            m_impaginazione.DisegnaFoglio(pittore, p);
+            pittore.restore();
+        }
+    }
+
+private:
+    static constexpr int Bordo = 12;
+    Impaginazione m_impaginazione;
+    qreal m_zoom = 1;
+    int m_passo = 1;
+};
+
+class VistaAnteprima final : public QScrollArea {
+public:
+    VistaAnteprima(QTextDocument& documento, QWidget* madre) : QScrollArea(madre)
+    {
+        m_fogli = new FogliAnteprima(documento, this);
+        setWidget(m_fogli);
+        setBackgroundRole(QPalette::Dark);
+        verticalScrollBar()->setSingleStep(40);
+        setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        setFocusPolicy(Qt::StrongFocus);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* evento) override
+    {
+        QScrollArea::resizeEvent(evento);
+        // La stessa parte del documento resta in cima dopo il cambio di misura.
+        const int vecchia = m_fogli->height();
+        const double dove = vecchia > 0 ? double(verticalScrollBar()->value()) / vecchia : 0;
+        m_fogli->Adatta(viewport()->width());
+        verticalScrollBar()->setValue(qRound(dove * m_fogli->height()));
+    }
+
+private:
+    FogliAnteprima* m_fogli = nullptr;
+};
 
 class PiattaformaQt final : public Piattaforma {
 public:
@@ -135,26 +210,12 @@ public:
         const bool clessidra = QGuiApplication::overrideCursor() != nullptr;
         if (clessidra)
             QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-        QPrinter anteprima(QPrinter::ScreenResolution);
-        PreparaFoglio(documento, anteprima);
         QDialog finestra(QApplication::activeWindow());
         finestra.setWindowTitle(titolo.isEmpty() ? TitoloPredefinito() : titolo);
         finestra.resize(900, 700);
         auto* layout = new QVBoxLayout(&finestra);
-        auto* vista = new QPrintPreviewWidget(&anteprima, &finestra);
-        QObject::connect(vista, &QPrintPreviewWidget::paintRequested, &finestra,
-                         [&documento](QPrinter* p) { DisegnaDocumento(documento, *p); });
-        vista->fitToWidth();
-        // L'anteprima si apre sulla cima della prima pagina: l'adattamento alla
-        // larghezza (all'apertura e a ogni nuova misura della finestra) la
-        // centrerebbe a metà del foglio. Lo scorrimento dell'utente non si tocca.
-        auto* scena = vista->findChild<QGraphicsView*>();
-        QObject::connect(vista, &QPrintPreviewWidget::previewChanged, &finestra, [vista, scena, zoom = 0.0]() mutable {
-            if (!scena || vista->zoomFactor() == zoom || vista->currentPage() != 1)
-                return;
-            zoom = vista->zoomFactor();
-            scena->verticalScrollBar()->setValue(scena->verticalScrollBar()->minimum());
-        });
+        // Si apre sulla cima della prima pagina, larga quanto la finestra.
+        auto* vista = new VistaAnteprima(documento, &finestra);
         auto* pulsanti = new QHBoxLayout;
         auto* stampa = new QPushButton(QStringLiteral("&Stampa..."), &finestra);
         auto* pdf = new QPushButton(QStringLiteral("Salva &PDF..."), &finestra);

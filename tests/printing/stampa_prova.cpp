@@ -3,6 +3,8 @@
 #include <QProcess>
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 void CopiaModelli(const QString& cartellaProgramma)
 {
     const QDir sorgente(FileDiProva(QStringLiteral("../../data/Report")));
@@ -46,35 +48,77 @@ void ProvaDiStampa::Distilleria(const QString& cf, const QString& ragione)
 
 qint64 ProvaDiStampa::Domanda(const QString& numero, const QString& progressivo, const QString& campagna)
 {
-    return db().InserisciRiga(QStringLiteral("DOMANDE"),
-                              {{QStringLiteral("DOMANDA"), numero}, {QStringLiteral("PROGRESSIVO"), progressivo},
-                               {QStringLiteral("STAM"), QStringLiteral("N")}, {QStringLiteral("SCAR"), QStringLiteral("N")},
-                               {QStringLiteral("TIPO_ARTICOLO"), QStringLiteral("29")}, {QStringLiteral("ID_VARIETA"), 1},
-                               {QStringLiteral("PROG_VERS"), QStringLiteral("1")}, {QStringLiteral("DATA_CAMP"), campagna}});
+    return db().InserisciRiga(u"DOMANDE"_s, {{u"DOMANDA"_s, numero}, {u"PROGRESSIVO"_s, progressivo}, {u"STAM"_s, u"N"_s},
+                                            {u"SCAR"_s, u"N"_s}, {u"TIPO_ARTICOLO"_s, u"29"_s}, {u"ID_VARIETA"_s, 1},
+                                            {u"PROG_VERS"_s, u"1"_s}, {u"DATA_CAMP"_s, campagna}});
 }
+
+namespace {
+Campi Con(Campi base, const Campi& altri)
+{
+    for (const auto& c : altri)
+        base.removeIf([&](const auto& b) { return b.first == c.first; }), base.append(c);
+    return base;
+}
+}  // namespace
 
 qint64 ProvaDiStampa::Fattura(qint64 domanda, const QString& foglio, const QString& rigo, const QString& numero,
                               const QString& qtaProd, const QString& impo, const QString& iva, const QString& totale,
-                              const QString& qtaLavo, const QString& denominazione)
+                              const QString& qtaLavo, const Campi& altri)
 {
     return db().InserisciRiga(
-        QStringLiteral("FATTURE"),
-        {{QStringLiteral("ID_DOMANDA"), domanda}, {QStringLiteral("CODI_FISC"), QStringLiteral("01234567890")},
-         {QStringLiteral("DENOMINAZIONE"), denominazione}, {QStringLiteral("NUME_FATT"), numero},
-         {QStringLiteral("DATA_FATT"), QStringLiteral("10/10/2005")}, {QStringLiteral("QTA_PROD"), qtaProd},
-         {QStringLiteral("QTA_LAVO"), qtaLavo}, {QStringLiteral("GRAD"), QStringLiteral("11,5")},
-         {QStringLiteral("PREZ_MINI"), QStringLiteral("2,50")}, {QStringLiteral("IMPO"), impo},
-         {QStringLiteral("IVA"), iva}, {QStringLiteral("IMPO_TOTA"), totale}, {QStringLiteral("ID_LAVORAZIONE"), 1},
-         {QStringLiteral("FOGL"), foglio}, {QStringLiteral("RIGO"), rigo}});
+        u"FATTURE"_s,
+        Con({{u"ID_DOMANDA"_s, domanda}, {u"CODI_FISC"_s, u"01234567890"_s}, {u"DENOMINAZIONE"_s, u"Cantina Rossi"_s},
+             {u"NUME_FATT"_s, numero}, {u"DATA_FATT"_s, u"10/10/2005"_s}, {u"QTA_PROD"_s, qtaProd},
+             {u"QTA_LAVO"_s, qtaLavo}, {u"GRAD"_s, u"11,5"_s}, {u"PREZ_MINI"_s, u"2,50"_s}, {u"IMPO"_s, impo},
+             {u"IVA"_s, iva}, {u"IMPO_TOTA"_s, totale}, {u"ID_LAVORAZIONE"_s, 1}, {u"FOGL"_s, foglio}, {u"RIGO"_s, rigo}},
+            altri));
 }
 
-void ProvaDiStampa::Bolla(qint64 fattura, const QString& numero, const QString& data, const QString& quantita)
+void ProvaDiStampa::Bolla(qint64 fattura, const QString& numero, const QString& data, const QString& quantita,
+                          const Campi& altri)
 {
-    db().InserisciRiga(QStringLiteral("BOLLE"), {{QStringLiteral("FK_ID_FATTURA"), fattura},
-                                                {QStringLiteral("NUMERO_BOLLA"), numero},
-                                                {QStringLiteral("DATA_CONSEGNA"), data},
-                                                {QStringLiteral("QUANTITA_PRODOTTO"), quantita},
-                                                {QStringLiteral("GRADO"), QStringLiteral("11")}});
+    db().InserisciRiga(u"BOLLE"_s, Con({{u"FK_ID_FATTURA"_s, fattura}, {u"NUMERO_BOLLA"_s, numero},
+                                        {u"DATA_CONSEGNA"_s, data}, {u"QUANTITA_PRODOTTO"_s, quantita},
+                                        {u"GRADO"_s, u"11"_s}},
+                                       altri));
+}
+
+qint64 ProvaDiStampa::DomandaDistillatore(const QString& numero, const Campi& altri)
+{
+    return db().InserisciRiga(u"DOMANDE_PRODUTTORI"_s,
+                              Con({{u"TIPO_ARTICOLO"_s, u"29"_s}, {u"DOMANDA"_s, numero}, {u"STAM"_s, u"N"_s},
+                                   {u"SCAR"_s, u"N"_s}, {u"ANTICIPO_RICEVUTO"_s, u"1500,00"_s}, {u"PROG_VERS"_s, u"1"_s},
+                                   {u"DATA_CAMP"_s, u"2005"_s}},
+                                  altri));
+}
+
+qint64 ProvaDiStampa::Certificato(qint64 domanda, const QString& numero, const Campi& altri)
+{
+    return db().InserisciRiga(
+        u"TAB_UTF"_s,
+        Con({{u"iD_DOMANDA"_s, domanda}, {u"NUMERO_CERTIFICATO_UTF"_s, numero}, {u"DESCR_UFFICIO_UTF_PROVINCIA"_s, u"CATANIA"_s},
+             {u"SIGLA_UFFICIO_UTF_PROVINCIA"_s, u"CT"_s}, {u"DATA_EMISSIONE_CERTIFICATO"_s, u"15/11/2005"_s},
+             {u"QTA_TOT_VINO_LAVORATO"_s, u"0"_s}, {u"QTA_TOT_ETTOGRADI_VINO_LAVORATO"_s, u"1150"_s},
+             {u"QTA_TOT_ALCOLE_NEUTRO_OTTENUTO"_s, u"0"_s}, {u"QTA_TOT_ALCOLE_GREZZO_OTTENUTO"_s, u"0"_s},
+             {u"QTA_TOT_ACQUAVITE_OTTENUTO"_s, u"0"_s}},
+            altri));
+}
+
+qint64 ProvaDiStampa::Produttore(qint64 certificato, const QString& cf, const QString& nome, const Campi& altri)
+{
+    const qint64 p = db().InserisciRiga(
+        u"PRODUTTORI"_s,
+        Con({{u"CODI_FISC"_s, cf}, {u"DENOMINAZIONE"_s, nome}, {u"COMUNICAZIONE_CONTRATTO"_s, u"01"_s},
+             {u"CODICE_CONTRATTO_DISTILLAZIONE"_s, u"12345678901"_s}, {u"QTA_MAX_DISTILLABILE"_s, u"100"_s},
+             {u"QTA_VINO_EFFETIVAMENTE_DISTILLATA"_s, u"0"_s}, {u"QTA_VINO_DISTILLATA_AIUTO"_s, u"0"_s},
+             {u"TITOLO_ALCOLOMETRICO_FATTURATO"_s, u"11,5"_s}, {u"ETTOGRADI"_s, u"10"_s}, {u"QTA_ALCOLE_NEUTRO"_s, u"0"_s},
+             {u"QTA_ALCOLE_GREZZO"_s, u"0"_s}, {u"QTA_ACQUAVITE"_s, u"0"_s}, {u"AIUTO_ALCOLE_NEUTRO"_s, u"0,00"_s},
+             {u"AIUTO_ALCOLE_GREZZO"_s, u"0,00"_s}, {u"AIUTO_ACQUAVITE"_s, u"0,00"_s}, {u"IMPORTO_DETRAIBILE"_s, u"0,00"_s},
+             {u"TOTALE_AIUTO"_s, u"0,00"_s}, {u"APPROVAZIONE_ANTICIPATA"_s, u"N"_s}, {u"ID_COLORE"_s, 1}},
+            altri));
+    db().Execute(u"INSERT INTO TAB_ID_UTF_PRODUTTORE(id_utf,id_produttore) values(?, ?)"_s, {certificato, p});
+    return p;
 }
 
 QStringList ProvaDiStampa::UltimaAnteprima()

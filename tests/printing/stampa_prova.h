@@ -2,6 +2,7 @@
 // Aiuti delle prove di stampa: i modelli dei report copiati nella cartella di
 // prova, il testo delle pagine di un PDF letto con pdftotext.
 
+#include "store/database.h"
 #include "support/prova.h"
 
 // Copia data/Report/* nella cartella Report/ del programma di prova.
@@ -17,10 +18,16 @@ protected:
     // Domanda con il prodotto 1 e l'articolo "29"; restituisce la chiave.
     qint64 Domanda(const QString& numero, const QString& progressivo, const QString& campagna = QStringLiteral("2005"));
     // Fattura: foglio e rigo, numero, quantità prodotto, imponibile, IVA, totale, quantità distillata.
+    // Gli altri campi prendono il posto di quelli di base.
     qint64 Fattura(qint64 domanda, const QString& foglio, const QString& rigo, const QString& numero,
                    const QString& qtaProd, const QString& impo, const QString& iva, const QString& totale,
-                   const QString& qtaLavo, const QString& denominazione = QStringLiteral("Cantina Rossi"));
-    void Bolla(qint64 fattura, const QString& numero, const QString& data, const QString& quantita);
+                   const QString& qtaLavo, const Campi& altri = {});
+    void Bolla(qint64 fattura, const QString& numero, const QString& data, const QString& quantita,
+               const Campi& altri = {});
+    // Ramo conferimenti: domanda del distillatore, certificato UTF, produttore del certificato.
+    qint64 DomandaDistillatore(const QString& numero, const Campi& altri = {});
+    qint64 Certificato(qint64 domanda, const QString& numero, const Campi& altri = {});
+    qint64 Produttore(qint64 certificato, const QString& cf, const QString& nome, const Campi& altri = {});
     // Pagine dell'ultima anteprima.
     QStringList UltimaAnteprima();
 };

@@ -2,6 +2,7 @@
 // ammettono, codici, date, importi e quantità restano interi nel PDF e le
 // parole dei nomi non si spezzano; il nome proposto per il PDF dice la carta
 // e la domanda.
+#include "common/disegno_documento.h"
 #include "printing/MotoreReport.h"
 #include "printing/StampeConferimenti.h"
 #include "printing/StampeFatture.h"
@@ -11,9 +12,13 @@
 
 #include <gtest/gtest.h>
 #include <functional>
+#include <QAbstractTextDocumentLayout>
+#include <QImage>
 #include <QProcess>
 #include <QRectF>
 #include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTextDocument>
 
 namespace {
 
@@ -69,21 +74,15 @@ protected:
     {
         const qint64 d = Domanda(u"00000000042"_s, u"01"_s);
         for (int r = 1; r <= 4; ++r) {
-            const qint64 f = db().InserisciRiga(
-                u"FATTURE"_s,
-                {{u"ID_DOMANDA"_s, d}, {u"CODI_FISC"_s, CfLungo}, {u"DENOMINAZIONE"_s, Nome},
-                 {u"NUME_FATT"_s, u"2005/00012%1"_s.arg(r)}, {u"DATA_FATT"_s, u"31/12/2005"_s},
-                 {u"DATA_PAGA"_s, u"15/01/2006"_s}, {u"DATA_COMP"_s, u"20/01/2006"_s},
-                 {u"QTA_PROD"_s, u"123456,7890"_s}, {u"QTA_LAVO"_s, u"98765,4321"_s}, {u"GRAD"_s, u"12,50"_s},
-                 {u"PREZ_MINI"_s, u"2,5000"_s}, {u"IMPO"_s, u"1234567,89"_s}, {u"IVA"_s, u"246913,58"_s},
-                 {u"IMPO_TOTA"_s, u"1481481,47"_s}, {u"ID_LAVORAZIONE"_s, 3}, {u"FOGL"_s, u"1"_s},
-                 {u"RIGO"_s, QString::number(r)}});
+            const qint64 f = Fattura(d, u"1"_s, QString::number(r), u"2005/00012%1"_s.arg(r), u"123456,7890"_s,
+                                     u"1234567,89"_s, u"246913,58"_s, u"1481481,47"_s, u"98765,4321"_s,
+                                     {{u"CODI_FISC"_s, CfLungo}, {u"DENOMINAZIONE"_s, Nome}, {u"DATA_FATT"_s, u"31/12/2005"_s},
+                                      {u"DATA_PAGA"_s, u"15/01/2006"_s}, {u"DATA_COMP"_s, u"20/01/2006"_s},
+                                      {u"GRAD"_s, u"12,50"_s}, {u"PREZ_MINI"_s, u"2,5000"_s}, {u"ID_LAVORAZIONE"_s, 3}});
             for (int b = 1; b <= 2; ++b)
-                db().InserisciRiga(u"BOLLE"_s, {{u"FK_ID_FATTURA"_s, f}, {u"NUMERO_BOLLA"_s, u"DDT-2005-00471%1"_s.arg(b)},
-                                                {u"DATA_CONSEGNA"_s, u"30/09/2005"_s},
-                                                {u"QUANTITA_PRODOTTO"_s, u"12345,6789"_s}, {u"GRADO"_s, u"11,75"_s},
-                                                {u"DATA_PAGA"_s, u"15/10/2005"_s}, {u"NUME_FATT_TRAS"_s, u"TR-2005-0042"_s},
-                                                {u"DATA_FATT_TRAS"_s, u"16/10/2005"_s}});
+                Bolla(f, u"DDT-2005-00471%1"_s.arg(b), u"30/09/2005"_s, u"12345,6789"_s,
+                      {{u"GRADO"_s, u"11,75"_s}, {u"DATA_PAGA"_s, u"15/10/2005"_s}, {u"NUME_FATT_TRAS"_s, u"TR-2005-0042"_s},
+                       {u"DATA_FATT_TRAS"_s, u"16/10/2005"_s}});
         }
         sessione().DomandaSel.ID_DOMANDA = static_cast<qint32>(d);
         sessione().DomandaSel.DOMANDA = u"00000000042"_s;
@@ -92,33 +91,24 @@ protected:
     // Una domanda del distillatore con un certificato e tre produttori larghi.
     RigaStampaConferimenti Conferimenti()
     {
-        const qint64 d = db().InserisciRiga(u"DOMANDE_PRODUTTORI"_s,
-                                            {{u"TIPO_ARTICOLO"_s, u"29"_s}, {u"DOMANDA"_s, u"00000000077"_s},
-                                             {u"STAM"_s, u"N"_s}, {u"SCAR"_s, u"N"_s},
-                                             {u"ANTICIPO_RICEVUTO"_s, u"1234567,89"_s}, {u"PROG_VERS"_s, u"1"_s},
-                                             {u"DATA_CAMP"_s, u"2005"_s}});
-        const qint64 c = db().InserisciRiga(
-            u"TAB_UTF"_s, {{u"iD_DOMANDA"_s, d}, {u"NUMERO_CERTIFICATO_UTF"_s, u"000000011"_s},
-                           {u"DESCR_UFFICIO_UTF_PROVINCIA"_s, u"REGGIO NELL'EMILIA"_s}, {u"SIGLA_UFFICIO_UTF_PROVINCIA"_s, u"RE"_s},
-                           {u"DATA_EMISSIONE_CERTIFICATO"_s, u"15/11/2005"_s}, {u"QTA_TOT_VINO_LAVORATO"_s, u"370370,3670"_s},
-                           {u"QTA_TOT_ETTOGRADI_VINO_LAVORATO"_s, u"4629629,5875"_s},
-                           {u"QTA_TOT_ALCOLE_NEUTRO_OTTENUTO"_s, u"37037,0367"_s},
-                           {u"QTA_TOT_ALCOLE_GREZZO_OTTENUTO"_s, u"3703,7034"_s}, {u"QTA_TOT_ACQUAVITE_OTTENUTO"_s, u"370,3707"_s}});
-        for (int p = 1; p <= 3; ++p) {
-            const qint64 id = db().InserisciRiga(
-                u"PRODUTTORI"_s,
-                {{u"CODI_FISC"_s, CfLungo.left(15) + QString::number(p)}, {u"DENOMINAZIONE"_s, Nome},
-                 {u"COMUNICAZIONE_CONTRATTO"_s, u"000123"_s}, {u"CODICE_CONTRATTO_DISTILLAZIONE"_s, u"12345678901"_s},
-                 {u"QTA_MAX_DISTILLABILE"_s, u"123456,7890"_s}, {u"QTA_VINO_EFFETIVAMENTE_DISTILLATA"_s, u"123456,7890"_s},
-                 {u"QTA_VINO_DISTILLATA_AIUTO"_s, u"123456,7890"_s}, {u"TITOLO_ALCOLOMETRICO_FATTURATO"_s, u"12,50"_s},
-                 {u"ETTOGRADI"_s, u"1543209,8625"_s}, {u"QTA_ALCOLE_NEUTRO"_s, u"12345,6789"_s},
-                 {u"QTA_ALCOLE_GREZZO"_s, u"1234,5678"_s}, {u"QTA_ACQUAVITE"_s, u"123,4569"_s},
-                 {u"AIUTO_ALCOLE_NEUTRO"_s, u"123456,78"_s}, {u"AIUTO_ALCOLE_GREZZO"_s, u"12345,67"_s},
-                 {u"AIUTO_ACQUAVITE"_s, u"1234,56"_s}, {u"IMPORTO_DETRAIBILE"_s, u"12345,67"_s},
-                 {u"TOTALE_AIUTO"_s, u"124691,34"_s}, {u"APPROVAZIONE_ANTICIPATA"_s, u"S"_s},
-                 {u"PERC_APPROVAZIONE_ANTICIPATA"_s, u"100"_s}, {u"ID_COLORE"_s, 1}});
-            db().Execute(u"INSERT INTO TAB_ID_UTF_PRODUTTORE(id_utf,id_produttore) values(?, ?)"_s, {c, id});
-        }
+        const qint64 d = DomandaDistillatore(u"00000000077"_s, {{u"ANTICIPO_RICEVUTO"_s, u"1234567,89"_s}});
+        const qint64 c = Certificato(
+            d, u"000000011"_s,
+            {{u"DESCR_UFFICIO_UTF_PROVINCIA"_s, u"REGGIO NELL'EMILIA"_s}, {u"SIGLA_UFFICIO_UTF_PROVINCIA"_s, u"RE"_s},
+             {u"QTA_TOT_VINO_LAVORATO"_s, u"370370,3670"_s}, {u"QTA_TOT_ETTOGRADI_VINO_LAVORATO"_s, u"4629629,5875"_s},
+             {u"QTA_TOT_ALCOLE_NEUTRO_OTTENUTO"_s, u"37037,0367"_s}, {u"QTA_TOT_ALCOLE_GREZZO_OTTENUTO"_s, u"3703,7034"_s},
+             {u"QTA_TOT_ACQUAVITE_OTTENUTO"_s, u"370,3707"_s}});
+        for (int p = 1; p <= 3; ++p)
+            Produttore(c, CfLungo.left(15) + QString::number(p), Nome,
+                       {{u"COMUNICAZIONE_CONTRATTO"_s, u"000123"_s}, {u"QTA_MAX_DISTILLABILE"_s, u"123456,7890"_s},
+                        {u"QTA_VINO_EFFETIVAMENTE_DISTILLATA"_s, u"123456,7890"_s},
+                        {u"QTA_VINO_DISTILLATA_AIUTO"_s, u"123456,7890"_s}, {u"TITOLO_ALCOLOMETRICO_FATTURATO"_s, u"12,50"_s},
+                        {u"ETTOGRADI"_s, u"1543209,8625"_s}, {u"QTA_ALCOLE_NEUTRO"_s, u"12345,6789"_s},
+                        {u"QTA_ALCOLE_GREZZO"_s, u"1234,5678"_s}, {u"QTA_ACQUAVITE"_s, u"123,4569"_s},
+                        {u"AIUTO_ALCOLE_NEUTRO"_s, u"123456,78"_s}, {u"AIUTO_ALCOLE_GREZZO"_s, u"12345,67"_s},
+                        {u"AIUTO_ACQUAVITE"_s, u"1234,56"_s}, {u"IMPORTO_DETRAIBILE"_s, u"12345,67"_s},
+                        {u"TOTALE_AIUTO"_s, u"124691,34"_s}, {u"APPROVAZIONE_ANTICIPATA"_s, u"S"_s},
+                        {u"PERC_APPROVAZIONE_ANTICIPATA"_s, u"100"_s}});
         sessione().TitoloMaschera = u"Stampa Domanda del distillatore"_s;
         return {1, u"00000000077"_s, u"000000011"_s, QString::number(d), u"2005"_s, u"Elenco"_s};
     }
@@ -128,18 +118,10 @@ TEST_F(Impaginazione, CodiciDateEImportiInteriSuOgniCarta)
 {
     // Parole del nome e della lavorazione: vanno a capo fra l'una e l'altra, mai dentro.
     const QStringList parole = Nome.split(u' ');
-    struct Caso {
-        const char* carta;
-        std::function<void()> stampa;
-        QString nomePdf;
-        QStringList interi;
-    };
+    struct Caso { const char* carta; std::function<void()> stampa; QString nomePdf; QStringList interi; };
     const Caso casi[] = {
         {"elenco fatture",
-         [this] {
-             Fatture();
-             STAMPA(u"2005"_s);
-         },
+         [this] { Fatture(); STAMPA(u"2005"_s); },
          u"Elenco_fatture_00000000042_01"_s,
          parole + QStringList{CfLungo, u"02468135799"_s, u"00000000042"_s, u"2005/000121"_s, u"2005/000124"_s,
                               u"31/12/2005"_s, u"15/01/2006"_s, u"20/01/2006"_s, u"ALCOLIZZATO"_s, u"123456,7890"_s,
@@ -189,18 +171,9 @@ TEST_F(Impaginazione, CodiciDateEImportiInteriSuOgniCarta)
 
 TEST(NomePdf, CampiFissiOUgualiInTutteLeRighe)
 {
-    struct Caso {
-        const char* nome;
-        QString meta;
-        QHash<QString, QString> fissi;
-        QList<QStringList> righe;
-        QString atteso;
-    };
+    struct Caso { const char* nome; QString meta; QHash<QString, QString> fissi; QList<QStringList> righe; QString atteso; };
     const Caso casi[] = {
-        {"dalla selezione", u"Bolle_[[DOMANDA]]_[[PROGRESSIVO]]"_s, {{u"DOMANDA"_s, u" 042 "_s}, {u"PROGRESSIVO"_s, u"01"_s}},
-         {}, u"Bolle_042_01"_s},
-        {"uguale in tutte le righe", u"Bolle_[[DOMANDA]]_[[PROGRESSIVO]]"_s, {}, {{u"042"_s, u"01"_s}, {u"042"_s, u"01"_s}},
-         u"Bolle_042_01"_s},
+        {"dalla selezione, senza spazi", u"Bolle_[[DOMANDA]]"_s, {{u"DOMANDA"_s, u" 042 "_s}}, {}, u"Bolle_042"_s},
         // Tutte le domande insieme: nessun numero, restano la carta e il progressivo comune.
         {"domande diverse", u"Bolle_[[DOMANDA]]_[[PROGRESSIVO]]"_s, {}, {{u"041"_s, u"01"_s}, {u"042"_s, u"01"_s}},
          u"Bolle_01"_s},
@@ -212,15 +185,31 @@ TEST(NomePdf, CampiFissiOUgualiInTutteLeRighe)
         SCOPED_TRACE(c.nome);
         const QString meta = c.meta.isNull() ? QString() : u"<meta name=\"pdf\" content=\"%1\">"_s.arg(c.meta);
         const ModelloReport m = ModelloReport::DaTesto(
-            u"<meta name=\"query\" content=\"Q\">%1<title>Bolle di consegna</title><!--PAGINA--><!--RIGA--><!--/RIGA--><!--/PAGINA-->"_s
-                .arg(meta),
-            u"prova.rpt"_s);
-        DatiReport dati;
-        dati.colonne = {u"DOMANDA"_s, u"PROGRESSIVO"_s};
-        dati.righe = c.righe;
-        dati.fissi = c.fissi;
-        EXPECT_EQ(m.NomePdf(dati), c.atteso);
+            u"<meta name=\"query\" content=\"Q\">%1<title>Bolle di consegna</title><!--PAGINA--><!--RIGA--><!--/RIGA--><!--/PAGINA-->"_s.arg(meta), {});
+        EXPECT_EQ(m.NomePdf(DatiReport{{u"DOMANDA"_s, u"PROGRESSIVO"_s}, c.righe, {}, c.fissi}), c.atteso);
     }
+}
+
+// L'anteprima resta disposta per lo schermo anche dopo un PDF salvato da lei;
+// finita l'anteprima il documento torna com'era.
+TEST(Anteprima, PdfDallAnteprima)
+{
+    QTextDocument documento;
+    documento.setHtml(u"<p>uno</p><p style=\"page-break-before: always\">due</p>"_s);
+    documento.setPageSize(QSizeF(842, 595));
+    QTemporaryDir cartella;
+    QImage schermo(1, 1, QImage::Format_RGB32);
+    {
+        const ::Impaginazione anteprima(documento, schermo, FoglioDelDocumento(documento));
+        const QSizeF pagina = documento.pageSize();
+        ASSERT_TRUE(ScriviPdf(documento, cartella.filePath(u"a.pdf"_s)));
+        EXPECT_EQ(PagineDelPdf(cartella.filePath(u"a.pdf"_s)).size(), 2);
+        EXPECT_EQ(documento.documentLayout()->paintDevice(), &schermo);
+        EXPECT_EQ(documento.pageSize(), pagina);
+        EXPECT_EQ(anteprima.pagine(), 2);
+    }
+    EXPECT_EQ(documento.documentLayout()->paintDevice(), nullptr);
+    EXPECT_EQ(documento.pageSize(), QSizeF(842, 595));
 }
 
 }  // namespace

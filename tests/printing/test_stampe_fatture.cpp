@@ -60,196 +60,140 @@ protected:
     }
 };
 
-TEST_F(StampeFatture, UnFoglioPerPaginaInOrdineNumericoETotaliInFondo)
+// Le carte lette indietro: testo di ogni pagina, ciò che non deve esserci, l'ordine delle righe.
+TEST_F(StampeFatture, CarteDelleFatture)
 {
-    const qint64 d = DomandaConTreFatture();
-    ASSERT_TRUE(StampaESegna(u"2005"_s));
-    EXPECT_EQ(script->messaggi, Messaggi{Riuscita});
-    EXPECT_EQ(Stam(d), u"S"_s);
-    ASSERT_EQ(script->anteprime.size(), 1);
-    EXPECT_EQ(script->anteprime[0].titolo, u"Elenco delle fatture della domanda"_s);
-    const QStringList pagine = UltimaAnteprima();
-    ASSERT_EQ(pagine.size(), 2);
-    // Il foglio "2" prima del foglio "10", i righi in ordine.
-    const QString& p1 = pagine[0];
-    const QString& p2 = pagine[1];
-    EXPECT_LT(p1.indexOf(u"F-2-1"_s), p1.indexOf(u"F-2-2"_s));
-    EXPECT_GE(p1.indexOf(u"F-2-1"_s), 0);
-    EXPECT_FALSE(p1.contains(u"F-10-1"_s));
-    EXPECT_TRUE(p2.contains(u"F-10-1"_s));
-    EXPECT_TRUE(p1.contains(u"29 2\n"_s)) << p1.toStdString();    // articolo e foglio
-    EXPECT_TRUE(p2.contains(u"29 10\n"_s)) << p2.toStdString();
-    for (int i = 0; i < pagine.size(); ++i) {
-        SCOPED_TRACE(i);
-        for (const QString& atteso : {u"ELENCO DELLE FATTURE"_s, u"2005/2006"_s, u"Distilleria Valle Verde S.p.A."_s,
-                                      u"02468135799 00000000042 01"_s, u"AGR ALCOLE GREZZO"_s,
-                                      u"Pagina %1 di 2"_s.arg(i + 1)})
-            EXPECT_TRUE(pagine[i].contains(atteso)) << atteso.toStdString() << "\n" << pagine[i].toStdString();
-        EXPECT_FALSE(pagine[i].contains(u"ALTRA"_s));
-    }
-    // Totali: quantità scalate a quattro decimali, importi a due.
-    EXPECT_FALSE(p1.contains(u"Totali della domanda"_s));
-    EXPECT_TRUE(p2.contains(u"111,7500 101,0000 1055,50 211,10 1266,60"_s)) << p2.toStdString();
-}
-
-TEST_F(StampeFatture, ValoriDelleFormule)
-{
-    struct Caso { QString ragione, chiave, iva; QStringList presenti, assenti; };
+    // stam: della domanda con tre fatture; pagine: i testi attesi pagina per pagina.
+    struct Caso { const char* nome; std::function<void()> stampa; Messaggi attesi; QString stam; QList<QStringList> pagine;
+                  QStringList assenti, ordine; };
+    const QString comune = u"02468135799 00000000042 01"_s;
     const Caso casi[] = {
-        {u"Distilleria dell'Etna"_s, u"2003"_s, u"5"_s, {u"Distilleria dell'Etna"_s, u"2003/2004"_s}, {u"2005/2006"_s}},
-        {u"Vini d'Oro \"Riserva\""_s, u"2005"_s, u"5"_s, {u"Vini d'Oro \"Riserva\""_s}, {}},
-        // Chiave fuori tabella: campagna vuota, non un errore.
-        {u"Distilleria Sud"_s, u"2006"_s, u"5"_s, {u"Distilleria Sud"_s}, {u"2005/2006"_s, u"2006/2007"_s}},
-        // IVA tutta zero: il totale dell'IVA è vuoto, non "0,00".
-        {u"Distilleria Sud"_s, u"2005"_s, u"0"_s, {u" 12,0000 12,0000 10,00 10,00\n"_s}, {u"10,00 0,00"_s}},
+        // Un foglio per pagina, in ordine numerico; i totali in fondo all'ultima.
+        {"elenco fatture", [this] { ASSERT_TRUE(StampaESegna(u"2005"_s)); }, {Riuscita}, u"S"_s,
+         {{u"ELENCO DELLE FATTURE"_s, u"2005/2006"_s, u"Distilleria Valle Verde S.p.A."_s, comune, u"AGR ALCOLE GREZZO"_s,
+           u"29 2\n"_s, u"Pagina 1 di 2"_s},
+          {comune, u"29 10\n"_s, u"F-10-1"_s, u"Pagina 2 di 2"_s, u"111,7500 101,0000 1055,50 211,10 1266,60"_s}},
+         {u"ALTRA"_s}, {u"F-2-1"_s, u"F-2-2"_s, u"F-10-1"_s, u"Totali della domanda"_s}},
+        // Valori delle formule: apostrofi e doppi apici nel nome, chiave fuori tabella, IVA tutta zero.
+        {"nome con apostrofo",
+         [this] { Distilleria(u"02468135799"_s, u"Distilleria dell'Etna"_s); ASSERT_TRUE(StampaESegna(u"2003"_s)); },
+         {Riuscita}, u"S"_s, {{u"Distilleria dell'Etna"_s, u"2003/2004"_s}, {}}, {u"2005/2006"_s}, {}},
+        {"nome con doppi apici, chiave fuori tabella",
+         [this] { Distilleria(u"02468135799"_s, u"Vini d'Oro \"Riserva\""_s); ASSERT_TRUE(StampaESegna(u"2006"_s)); },
+         {Riuscita}, u"S"_s, {{u"Vini d'Oro \"Riserva\""_s}, {}}, {u"2005/2006"_s, u"2006/2007"_s}, {}},
+        {"IVA tutta zero: il totale è vuoto",
+         [this] { db().Execute(u"UPDATE FATTURE SET IVA = '0'"_s); ASSERT_TRUE(StampaESegna(u"2005"_s)); },
+         {Riuscita}, u"S"_s, {{}, {u"111,7500 101,0000 1055,50 1266,60\n"_s}}, {u"1055,50 0,00"_s}, {}},
+        // Bolle per fattura, in ordine di foglio e rigo e poi di data; nessun segno di stampa.
+        {"bolle di una domanda",
+         [this] {
+             Distilleria(u"02468135799"_s, u"Distilleria D'Amico"_s);
+             const QStringList id = Righe(db(), u"SELECT ID_FATTURA FROM FATTURE ORDER BY ID_FATTURA"_s);
+             Bolla(id[3].toLongLong(), u"B-ALTRA"_s, u"01/10/2005"_s, u"1"_s);
+             Bolla(id[2].toLongLong(), u"B-2"_s, u"02/10/2005"_s, u"0,25"_s);
+             Bolla(id[2].toLongLong(), u"B-1"_s, u"01/10/2005"_s, u"0,75"_s);
+             Bolla(id[1].toLongLong(), u"B-3"_s, u"03/10/2005"_s, u"5,5"_s);
+             StampaBolleDomanda(QString::number(sessione().DomandaSel.ID_DOMANDA), u"00000000042 "_s, u"01"_s, u"2004"_s);
+         },
+         {Riuscita}, u"N"_s,
+         {{u"Fattura n° F-2-1"_s, u"B-1 01/10/2005 0,75"_s, u"B-2 02/10/2005 0,25"_s, u"Totale bolle della fattura 1,0000"_s,
+           u"Quantità distillata in fattura 1\n"_s, u"Totale bolle della fattura 5,5000"_s,
+           u"Quantità distillata in fattura 9,75"_s, u"101,0000 6,5000"_s, u"Distilleria D`Amico"_s, u"2004/2005"_s}},
+         {u"F-10-1"_s, u"ALTRA"_s}, {u"F-2-1"_s, u"B-1 "_s, u"B-2 "_s, u"F-2-2"_s}},
+        {"bolle di una domanda senza bolle",
+         [this] { StampaBolleDomanda(QString::number(sessione().DomandaSel.ID_DOMANDA), u"00000000042"_s, u"01"_s, u"2005"_s); },
+         {Riuscita}, u"N"_s, {{u"101,0000 0,0000"_s, u"00000000042"_s}}, {u"Fattura n°"_s}, {}},
+        // Dal menu: tutte le domande, una per pagina, senza totali e senza messaggio.
+        {"bolle di tutte le domande",
+         [this] {
+             const qint64 d = Domanda(u"00000000001"_s, u"01"_s);
+             Bolla(Fattura(d, u"1"_s, u"1"_s, u"FD1"_s, u"1"_s, u"1"_s, u"1"_s, u"1"_s, u"2"_s), u"BD1"_s, u"01/10/2005"_s, u"2"_s);
+             Bolla(Righe(db(), u"SELECT ID_FATTURA FROM FATTURE WHERE NUME_FATT = 'ALTRA'"_s)[0].toLongLong(), u"B-ALTRA"_s,
+                   u"01/10/2005"_s, u"1"_s);
+             sessione().CampagnaCorrente = u"2002"_s;
+             AnnullaRegistrazioni();
+             RegistraStampe();
+             const auto* azione = TrovaAzione(NomiAzioni::StampaBolleMenu);
+             ASSERT_NE(azione, nullptr);
+             (*azione)();
+             AnnullaRegistrazioni();
+         },
+         {}, u"N"_s,
+         {{u"00000000001"_s, u"BD1"_s, u"2002/2003"_s, u"Distilleria Valle Verde S.p.A."_s},
+          {u"00000000042 02"_s, u"B-ALTRA"_s, u"2002/2003"_s}},
+         {u"F-2-1"_s}, {}},
     };
     for (const Caso& c : casi) {
-        SCOPED_TRACE(c.ragione.toStdString() + " " + c.chiave.toStdString() + " " + c.iva.toStdString());
+        SCOPED_TRACE(c.nome);
         SetUp();
-        Distilleria(u"02468135799"_s, c.ragione);
-        const qint64 d = Domanda(u"00000000042"_s, u"01"_s);
-        Fattura(d, u"1"_s, u"1"_s, u"F1"_s, u"2"_s, u"4,00"_s, c.iva, u"4,00"_s, u"2"_s);
-        Fattura(d, u"1"_s, u"2"_s, u"F2"_s, u"10"_s, u"6,00"_s, c.iva, u"6,00"_s, u"10"_s);
-        Seleziona(d, u"00000000042"_s, u"01"_s);
-        EXPECT_TRUE(STAMPA(c.chiave));
-        EXPECT_EQ(script->messaggi, Messaggi{Riuscita});
-        const QString testo = UltimaAnteprima().join(u'\f');
-        for (const QString& t : c.presenti)
-            EXPECT_TRUE(testo.contains(t)) << t.toStdString() << "\n" << testo.toStdString();
+        const qint64 d = DomandaConTreFatture();
+        c.stampa();
+        EXPECT_EQ(script->messaggi, c.attesi);
+        EXPECT_EQ(Stam(d), c.stam);
+        const QStringList pagine = UltimaAnteprima();
+        ASSERT_EQ(pagine.size(), c.pagine.size());
+        const QString tutto = pagine.join(u'\f');
+        for (int i = 0; i < pagine.size(); ++i)
+            for (const QString& t : c.pagine[i])
+                EXPECT_TRUE(pagine[i].contains(t)) << t.toStdString() << "\n" << pagine[i].toStdString();
         for (const QString& t : c.assenti)
-            EXPECT_FALSE(testo.contains(t)) << t.toStdString() << "\n" << testo.toStdString();
+            EXPECT_FALSE(tutto.contains(t)) << t.toStdString();
+        for (int i = 1; i < c.ordine.size(); ++i)
+            EXPECT_LT(tutto.indexOf(c.ordine[i - 1]), tutto.indexOf(c.ordine[i])) << c.ordine[i].toStdString();
         TearDown();
     }
 }
 
 TEST_F(StampeFatture, StampaNonRiuscitaNonSegna)
 {
-    struct Caso {
-        const char* nome;
-        std::function<void()> prepara;
-        Messaggi attesi;
-        QStringList log;
-    };
+    struct Caso { const char* nome; std::function<bool()> stampa; Messaggi attesi; QStringList log; };
+    const auto fatture = [this] { return StampaESegna(u"2005"_s); };
+    const QString id = u"1"_s;  // la prima domanda di DomandaConTreFatture
     const Caso casi[] = {
-        {"annullata dall'utente", [this] { script->risposteAnteprima.enqueue(RispostaMsg::Annulla); },
+        {"annullata dall'utente",
+         [&] { script->risposteAnteprima.enqueue(RispostaMsg::Annulla); return fatture(); },
          {Annullata}, {}},
-        {"domanda senza fatture", [this] { db().Execute(u"DELETE FROM FATTURE"_s); },
+        {"domanda senza fatture",
+         [&] { db().Execute(u"DELETE FROM FATTURE"_s); return fatture(); },
          {Guasto(3021, u"Nessun record corrente."_s, EtichettaStampa)}, {EtichettaStampa + u"|03021"_s}},
-        {"file del report assente",
-         [this] { QFile::remove(cartella->cartella() + u"/Report/Rpt_distillerie_ElenchiFatture.rpt"_s); },
-         {},
-         {EtichettaStampa + u"|20507"_s}},
         {"file che non è un modello",
-         [this] {
+         [&] {
              QFile f(cartella->cartella() + u"/Report/Rpt_distillerie_ElenchiFatture.rpt"_s);
-             ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+             EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
              f.write("\0\1\2 binario", 11);
+             f.close();
+             return fatture();
          },
          {Guasto(20525, u"Il file Rpt_distillerie_ElenchiFatture.rpt non è un modello di report."_s, EtichettaStampa)},
          {EtichettaStampa + u"|20525"_s}},
+        // Una quantità vuota fa fallire la somma delle bolle.
+        {"bolla con quantità vuota",
+         [&] {
+             Bolla(1, u"B"_s, u"01/10/2005"_s, u""_s);
+             StampaBolleDomanda(id, u"00000000042"_s, u"01"_s, u"2005"_s);
+             return false;
+         },
+         {Guasto(13, u"Tipo non corrispondente"_s, EtichettaBolle)}, {EtichettaBolle + u"|00013"_s}},
+        {"bolle dal menu annullate",
+         [&] {
+             sessione().TitoloMaschera = u"Stampa Bolle "_s;
+             script->risposteAnteprima.enqueue(RispostaMsg::Annulla);
+             StampaBolleMenu();
+             return false;
+         },
+         {{u"Stampa annullata dall'utente."_s, 64, u"Stampa Bolle "_s}}, {}},
     };
     for (const Caso& c : casi) {
         SCOPED_TRACE(c.nome);
         SetUp();
         const qint64 d = DomandaConTreFatture();
-        c.prepara();
-        EXPECT_FALSE(StampaESegna(u"2005"_s));
+        ASSERT_EQ(QString::number(d), id);
+        EXPECT_FALSE(c.stampa());
         EXPECT_EQ(Stam(d), u"N"_s);
         EXPECT_EQ(Log(), c.log);
-        if (c.attesi.isEmpty()) {  // il percorso del file sta nella descrizione
-            EXPECT_TRUE(script->messaggi.value(0).testo.contains(u"/Report/Rpt_distillerie_ElenchiFatture.rpt"_s));
-        } else {
-            EXPECT_EQ(script->messaggi, c.attesi);
-        }
+        EXPECT_EQ(script->messaggi, c.attesi);
         TearDown();
     }
-}
-
-TEST_F(StampeFatture, BolleDiUnaDomandaPerFattura)
-{
-    struct Caso { const char* nome; bool conBolle; QStringList presenti, assenti; };
-    const Caso casi[] = {
-        {"con bolle",
-         true,
-         {u"Fattura n° F-2-1"_s, u"B-1 01/10/2005 0,75"_s, u"B-2 02/10/2005 0,25"_s,
-          u"Totale bolle della fattura 1,0000"_s, u"Quantità distillata in fattura 1\n"_s,
-          u"Totale bolle della fattura 5,5000"_s, u"Quantità distillata in fattura 9,75"_s,
-          u"101,0000 6,5000"_s, u"Distilleria D`Amico"_s, u"2004/2005"_s},
-         {u"F-10-1"_s, u"ALTRA"_s}},
-        {"senza bolle", false, {u"101,0000 0,0000"_s, u"Distilleria D`Amico"_s, u"00000000042"_s}, {u"Fattura n°"_s}},
-    };
-    for (const Caso& c : casi) {
-        SCOPED_TRACE(c.nome);
-        SetUp();
-        Distilleria(u"02468135799"_s, u"Distilleria D'Amico"_s);
-        const qint64 d = Domanda(u"00000000042"_s, u"01"_s);
-        Fattura(d, u"10"_s, u"1"_s, u"F-10-1"_s, u"100,5"_s, u"1000,00"_s, u"200,00"_s, u"1200,00"_s, u"90,25"_s);
-        const qint64 f22 = Fattura(d, u"2"_s, u"2"_s, u"F-2-2"_s, u"10"_s, u"50,50"_s, u"10,10"_s, u"60,60"_s, u"9,75"_s);
-        const qint64 f21 = Fattura(d, u"2"_s, u"1"_s, u"F-2-1"_s, u"1,25"_s, u"5"_s, u"1"_s, u"6"_s, u"1"_s);
-        const qint64 altra = Fattura(Domanda(u"00000000042"_s, u"02"_s), u"1"_s, u"1"_s, u"ALTRA"_s, u"1"_s, u"1"_s,
-                                     u"1"_s, u"1"_s, u"1"_s);
-        Bolla(altra, u"B-ALTRA"_s, u"01/10/2005"_s, u"1"_s);
-        if (c.conBolle) {
-            Bolla(f21, u"B-2"_s, u"02/10/2005"_s, u"0,25"_s);
-            Bolla(f21, u"B-1"_s, u"01/10/2005"_s, u"0,75"_s);
-            Bolla(f22, u"B-3"_s, u"03/10/2005"_s, u"5,5"_s);
-        }
-        StampaBolleDomanda(QString::number(d), u"00000000042 "_s, u"01"_s, u"2004"_s);
-        EXPECT_EQ(script->messaggi, Messaggi{Riuscita});
-        EXPECT_EQ(Log(), QStringList());
-        EXPECT_EQ(Stam(d), u"N"_s);
-        const QStringList pagine = UltimaAnteprima();
-        ASSERT_EQ(pagine.size(), 1);
-        for (const QString& t : c.presenti)
-            EXPECT_TRUE(pagine[0].contains(t)) << t.toStdString() << "\n" << pagine[0].toStdString();
-        for (const QString& t : c.assenti)
-            EXPECT_FALSE(pagine[0].contains(t)) << t.toStdString();
-        if (c.conBolle) {
-            // Fatture in ordine di foglio e rigo, bolle in ordine di data.
-            EXPECT_LT(pagine[0].indexOf(u"F-2-1"_s), pagine[0].indexOf(u"F-2-2"_s));
-            EXPECT_LT(pagine[0].indexOf(u"B-1 "_s), pagine[0].indexOf(u"B-2 "_s));
-        }
-        TearDown();
-    }
-}
-
-// Una quantità vuota fa fallire la somma delle bolle: registro, nessuna anteprima.
-TEST_F(StampeFatture, BolleConQuantitaVuota)
-{
-    const qint64 d = Domanda(u"00000000042"_s, u"01"_s);
-    Bolla(Fattura(d, u"1"_s, u"1"_s, u"F1"_s, u"1"_s, u"1"_s, u"1"_s, u"1"_s, u"1"_s), u"B"_s, u"01/10/2005"_s, u""_s);
-    StampaBolleDomanda(QString::number(d), u"00000000042"_s, u"01"_s, u"2005"_s);
-    EXPECT_EQ(Log(), QStringList{EtichettaBolle + u"|00013"_s});
-    EXPECT_EQ(script->messaggi, Messaggi{Guasto(13, u"Tipo non corrispondente"_s, EtichettaBolle)});
-    EXPECT_TRUE(script->anteprime.isEmpty());
-}
-
-TEST_F(StampeFatture, BolleDiTutteLeDomandeDalMenu)
-{
-    AnnullaRegistrazioni();
-    RegistraStampe();
-    const auto* azione = TrovaAzione(NomiAzioni::StampaBolleMenu);
-    ASSERT_NE(azione, nullptr);
-    sessione().TitoloMaschera = u"Stampa Bolle "_s;
-    sessione().CampagnaCorrente = u"2002"_s;
-    const qint64 d1 = Domanda(u"00000000001"_s, u"01"_s);
-    const qint64 d2 = Domanda(u"00000000002"_s, u"01"_s);
-    Bolla(Fattura(d2, u"1"_s, u"1"_s, u"FD2"_s, u"1"_s, u"1"_s, u"1"_s, u"1"_s, u"3"_s), u"BD2"_s, u"01/10/2005"_s, u"3"_s);
-    Bolla(Fattura(d1, u"1"_s, u"1"_s, u"FD1"_s, u"1"_s, u"1"_s, u"1"_s, u"1"_s, u"2"_s), u"BD1"_s, u"01/10/2005"_s, u"2"_s);
-    (*azione)();
-    AnnullaRegistrazioni();
-    // Nessun messaggio quando va bene; una domanda per pagina, senza totali.
-    EXPECT_EQ(script->messaggi, Messaggi{});
-    const QStringList pagine = UltimaAnteprima();
-    ASSERT_EQ(pagine.size(), 2);
-    EXPECT_TRUE(pagine[0].contains(u"00000000001"_s) && pagine[0].contains(u"BD1"_s) && !pagine[0].contains(u"BD2"_s));
-    EXPECT_TRUE(pagine[1].contains(u"00000000002"_s) && pagine[1].contains(u"BD2"_s));
-    for (const QString& p : pagine)
-        EXPECT_TRUE(p.contains(u"2002/2003"_s) && p.contains(u"Distilleria Valle Verde S.p.A."_s));
-
-    script->risposteAnteprima.enqueue(RispostaMsg::Annulla);
-    StampaBolleMenu();
-    EXPECT_EQ(script->messaggi, (Messaggi{{u"Stampa annullata dall'utente."_s, 64, u"Stampa Bolle "_s}}));
 }
 
 }  // namespace
