@@ -87,6 +87,9 @@ TEST_F(ProvaListe, RighePerModo)
         {"FATTURE2", false, false, " ORDER BY NUME_FATT", "DENOMINAZIONE|DESC_LAVO",
          {"CANTINA DIECI|VINO DA TAVOLA", "CANTINA NOVE|VINO DA TAVOLA"}},
         {"SCARICO", false, false, "", "NUME_FATT", {"9", "10"}},  // per valore numerico
+        // Ordine senza indice, per chiave: la domanda senza fatture ha la chiave della fattura Null.
+        {"1", false, false, " ORDER BY FATTURE.DENOMINAZIONE DESC", "DOMANDA|NUME_FATT",
+         {"00000000003|1", "00000000001|9", "00000000001|10", "00000000002|"}},
         {"SCARICO2", false, false, "", "NUMERO_BOLLA", {"B2", "B3", "B1"}},
         {"9", true, true, " ORDER BY DENOMINAZIONE", "DENOMINAZIONE", {"LIBERO DUE", "LIBERO UNO"}},
         {"10", true, true, "", "DENOMINAZIONE|DESC_COLORE", {"LEGATO|BIANCO"}},

@@ -1,7 +1,8 @@
-// Il modello a finestre delle griglie: conteggio subito, solo le finestre
-// mostrate lette dal database, lettura per nome lontano dalla cima, ordini con
-// righe pari, una lista che cambia sotto la griglia, la consegna dell'ultima
-// riga di una lista lunga e le liste aperte rilette dopo un ripristino.
+// Il modello a finestre delle griglie: conteggio rimandato, solo le finestre
+// mostrate lette dal database, per LIMIT/OFFSET o per chiave quando l'ordine
+// non ha indice, lettura per nome lontano dalla cima, ordini con righe pari,
+// una lista che cambia sotto la griglia, la consegna dell'ultima riga di una
+// lista lunga e le liste aperte rilette dopo un ripristino.
 #include "archive/zip_archivio.h"
 #include "common/errore.h"
 #include "common/liste.h"
@@ -42,7 +43,12 @@ protected:
     void SetUp() override
     {
         ProvaConDatabase::SetUp();
-        // Bolle con ID_BOLLA e NUMERO_BOLLA da 1 a 3000, su tre fatture.
+        InserisciBolle();
+    }
+    // Bolle con ID_BOLLA e NUMERO_BOLLA da 1 a 3000, su tre fatture.
+    void InserisciBolle()
+    {
+        db().Execute(u"DELETE FROM BOLLE"_s);
         db().Execute(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ?) "
                      "INSERT INTO BOLLE (ID_BOLLA, FK_ID_FATTURA, NUMERO_BOLLA, QUANTITA_PRODOTTO) "
                      "SELECT i, i % 3, i, '1,0000' FROM n"_s,
@@ -50,32 +56,44 @@ protected:
     }
 };
 
-TEST_F(ModelloFinestre, ContaSubitoELeggeSoloLeFinestreChieste)
+TEST_F(ModelloFinestre, LeggeSoloLeFinestreChieste)
 {
     const struct {
         const char* sql;
         QVariantList parametri;
+        bool perChiavi;      // ordine senza indice
         int righe;
         int lontana;         // riga letta lontano dalla cima
         const char* valore;  // suo NUMERO_BOLLA
         int finestre;        // lette dopo quella riga
     } casi[] = {
-        {"SELECT * FROM BOLLE ORDER BY ID_BOLLA", {}, Bolle, Bolle - 1, "3000", 2},
-        {"SELECT * FROM BOLLE WHERE FK_ID_FATTURA = ? ORDER BY ID_BOLLA DESC", {1}, 1000, 999, "1", 2},
-        {"SELECT * FROM BOLLE WHERE ID_BOLLA <= 10", {}, 10, 9, "10", 1},
+        {"SELECT * FROM BOLLE ORDER BY ID_BOLLA", {}, false, Bolle, Bolle - 1, "3000", 2},
+        {"SELECT * FROM BOLLE WHERE FK_ID_FATTURA = ? ORDER BY ID_BOLLA DESC", {1}, false, 1000, 999, "1", 2},
+        {"SELECT * FROM BOLLE WHERE ID_BOLLA <= 10", {}, false, 10, 9, "10", 1},
         // Un ORDER BY tra apici non è l'ordine della lista.
-        {"SELECT * FROM BOLLE WHERE NUMERO_BOLLA <> 'x ORDER BY' ORDER BY ID_BOLLA", {}, Bolle, Bolle - 1, "3000", 2},
-        {"SELECT * FROM BOLLE WHERE ID_BOLLA < 0", {}, 0, -1, "", 1},
-        // L'ordine di una sottoquery resta: conta nel risultato.
-        {"SELECT * FROM (SELECT * FROM BOLLE ORDER BY ID_BOLLA DESC LIMIT 600) ORDER BY ID_BOLLA", {}, 600, 599,
+        {"SELECT * FROM BOLLE WHERE NUMERO_BOLLA <> 'x ORDER BY' ORDER BY ID_BOLLA", {}, false, Bolle, Bolle - 1,
          "3000", 2},
-        {"SELECT * FROM BOLLE ORDER BY ID_BOLLA", {}, Bolle, 256, "257", 2},
+        {"SELECT * FROM BOLLE WHERE ID_BOLLA < 0", {}, false, 0, -1, "", 1},
+        // L'ordine di una sottoquery resta: conta nel risultato.
+        {"SELECT * FROM (SELECT * FROM BOLLE ORDER BY ID_BOLLA DESC LIMIT 600) ORDER BY ID_BOLLA", {}, false, 600,
+         599, "3000", 2},
+        {"SELECT * FROM BOLLE ORDER BY ID_BOLLA", {}, false, Bolle, 256, "257", 2},
+        {"SELECT * FROM BOLLE WHERE FK_ID_FATTURA <> ? ORDER BY NUMERO_BOLLA + 0 DESC", {0}, true, 2000, 1999, "1",
+         2},
+        {"SELECT BOLLE.* FROM BOLLE LEFT JOIN FATTURE ON ID_FATTURA = FK_ID_FATTURA ORDER BY QUANTITA_PRODOTTO, "
+         "NUMERO_BOLLA || 'x'",
+         {}, true, Bolle, 2000, "2801", 2},
+        // Un ordine senza indice ma con parametri, o su una tabella con un alias: per LIMIT/OFFSET.
+        {"SELECT * FROM BOLLE ORDER BY NUMERO_BOLLA + ?", {0}, false, Bolle, Bolle - 1, "3000", 2},
+        {"SELECT B.* FROM BOLLE B ORDER BY NUMERO_BOLLA + 0", {}, false, Bolle, Bolle - 1, "3000", 2},
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(c.sql);
         ModelloLista m;
         m.Imposta(IstruzioneSql(QString::fromLatin1(c.sql), c.parametri));
-        EXPECT_EQ(m.rowCount(), c.righe);
+        EXPECT_EQ(m.PerChiavi(), c.perChiavi);
+        // Le righe oltre la prima finestra si contano dopo, per chi le chiede.
+        EXPECT_EQ(m.canFetchMore({}), !c.perChiavi && c.righe >= ModelloLista::RigheFinestra);
         EXPECT_EQ(m.FinestreLette(), 1);
         EXPECT_EQ(m.columnCount(), 9) << "colonne note anche senza righe";
         if (c.lontana < 0) {
@@ -83,6 +101,7 @@ TEST_F(ModelloFinestre, ContaSubitoELeggeSoloLeFinestreChieste)
             continue;
         }
         EXPECT_EQ(m.Campo(c.lontana, u"numero_bolla"_s).testo(), QString::fromLatin1(c.valore));
+        EXPECT_EQ(m.rowCount(), c.righe);
         EXPECT_EQ(m.data(m.index(c.lontana, m.Colonna(u"NUMERO_BOLLA"_s))).toString(), QString::fromLatin1(c.valore));
         EXPECT_EQ(m.FinestreLette(), c.finestre);
     }
@@ -96,7 +115,7 @@ TEST_F(ModelloFinestre, OrdineConRighePariSenzaDoppioni)
         ModelloLista m;
         m.Imposta(IstruzioneSql(u"SELECT * FROM BOLLE"_s + QLatin1String(ordine)));
         QSet<qint64> chiavi;
-        for (int i = 0; i < m.rowCount(); ++i)
+        for (int i = 0; i < Bolle; ++i)
             chiavi << m.Campo(i, u"ID_BOLLA"_s).intero();
         EXPECT_EQ(chiavi.size(), Bolle);
         EXPECT_EQ(m.FinestreLette(), (Bolle + ModelloLista::RigheFinestra - 1) / ModelloLista::RigheFinestra);
@@ -115,21 +134,28 @@ TEST_F(ModelloFinestre, UnaListaCheCambiaSottoLaGriglia)
     griglia.setModel(m);
     griglia.resize(400, 300);
     griglia.show();
-    m->Imposta(IstruzioneSql(u"SELECT * FROM BOLLE ORDER BY ID_BOLLA"_s));
-    db().Execute(u"DELETE FROM BOLLE WHERE ID_BOLLA > 1000"_s);
-    griglia.scrollToBottom();
-    griglia.repaint();
-    const int numero = m->Colonna(u"NUMERO_BOLLA"_s);
-    EXPECT_FALSE(m->data(m->index(Bolle - 1, numero)).isValid());
-    EXPECT_EQ(ErroreDi([&] { m->Campo(Bolle - 1, numero); }).section(u' ', 0, 0), u"3021"_s);
-    EXPECT_EQ(m->Campo(999, numero).testo(), u"1000"_s);
+    const int numero = 2;
+    // Per LIMIT/OFFSET e per chiave.
+    for (const char* ordine : {"ID_BOLLA", "NUMERO_BOLLA + 0"}) {
+        SCOPED_TRACE(ordine);
+        InserisciBolle();
+        m->Imposta(IstruzioneSql(u"SELECT * FROM BOLLE ORDER BY "_s + QLatin1String(ordine)));
+        m->fetchMore({});
+        ASSERT_EQ(m->rowCount(), Bolle);
+        db().Execute(u"DELETE FROM BOLLE WHERE ID_BOLLA > 1000"_s);
+        griglia.scrollToBottom();
+        griglia.repaint();
+        EXPECT_FALSE(m->data(m->index(Bolle - 1, numero)).isValid());
+        EXPECT_EQ(ErroreDi([&] { m->Campo(Bolle - 1, numero); }).section(u' ', 0, 0), u"3021"_s);
+        EXPECT_EQ(m->Campo(999, numero).testo(), u"1000"_s);
 
-    griglia.setColumnHidden(0, true);
-    m->setHeaderData(numero, Qt::Horizontal, u"Bolla"_s);
-    m->Rileggi();
-    EXPECT_EQ(m->rowCount(), 1000);
-    EXPECT_TRUE(griglia.isColumnHidden(0)) << "la disposizione resta";
-    EXPECT_EQ(m->headerData(numero, Qt::Horizontal).toString(), u"Bolla"_s);
+        griglia.setColumnHidden(0, true);
+        m->setHeaderData(numero, Qt::Horizontal, u"Bolla"_s);
+        m->Rileggi();
+        EXPECT_EQ(m->rowCount(), 1000);
+        EXPECT_TRUE(griglia.isColumnHidden(0)) << "la disposizione resta";
+        EXPECT_EQ(m->headerData(numero, Qt::Horizontal).toString(), u"Bolla"_s);
+    }
 
     // Nessuna lettura aperta: la tabella si toglie anche con la lista a metà.
     db().Execute(u"CREATE TABLE APPO_BOLLE AS SELECT * FROM BOLLE"_s);
@@ -180,6 +206,7 @@ protected:
         FrmMenu& menu = FrmMenu::Carica();
         menu.show();
         menu.findChild<QAction*>(u"mnuDist_1"_s)->trigger();
+        QCoreApplication::processEvents();  // il conteggio dopo la prima schermata
         return qobject_cast<FrmSelezione*>(menu.MascheraAperta(u"FrmSelezione"_s));
     }
     std::unique_ptr<MaschereFinte> finte;
