@@ -15,7 +15,11 @@
 #include <QTableView>
 #include <QTimer>
 
+#include <sqlite3.h>
+
 #include <algorithm>
+#include <limits>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -317,6 +321,48 @@ ErroreSistema ErroreLettura(const QSqlQuery& q)
 
 QString NomeChiave(int i) { return QStringLiteral("FERMOLA_CHIAVE_%1").arg(i); }
 
+constexpr qint64 ChiaveNull = std::numeric_limits<qint64>::min();
+
+// Tutte le chiavi di una lettura di sole colonne intere, riga dopo riga:
+// direttamente dal motore, senza un QVariant per valore.
+std::vector<qint64> LeggiChiavi(const QString& sql, const QVariantList& parametri)
+{
+    sqlite3* db = Db().handle();
+    if (!db)
+        throw ErroreSistema(3420, QStringLiteral("Oggetto non valido o non più impostato."));
+    sqlite3_stmt* st = nullptr;
+    int esito = sqlite3_prepare16_v2(db, sql.utf16(), int(sql.size() * sizeof(QChar)), &st, nullptr);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> chiudi(st, sqlite3_finalize);
+    QList<QByteArray> testi;
+    for (int i = 0; i < parametri.size() && esito == SQLITE_OK; ++i) {
+        const QVariant& v = parametri.at(i);
+        switch (v.isNull() ? QMetaType::UnknownType : v.typeId()) {
+        case QMetaType::UnknownType: esito = sqlite3_bind_null(st, i + 1); break;
+        case QMetaType::Bool:
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong: esito = sqlite3_bind_int64(st, i + 1, v.toLongLong()); break;
+        case QMetaType::Double: esito = sqlite3_bind_double(st, i + 1, v.toDouble()); break;
+        default: {
+            const QByteArray& t = testi.emplaceBack(v.toString().toUtf8());
+            esito = sqlite3_bind_text(st, i + 1, t.constData(), int(t.size()), SQLITE_STATIC);
+        }
+        }
+    }
+    std::vector<qint64> chiavi;
+    const int colonne = esito == SQLITE_OK ? sqlite3_column_count(st) : 0;
+    while (esito == SQLITE_OK || esito == SQLITE_ROW) {
+        esito = sqlite3_step(st);
+        for (int c = 0; esito == SQLITE_ROW && c < colonne; ++c)
+            chiavi.push_back(sqlite3_column_type(st, c) == SQLITE_NULL ? ChiaveNull : sqlite3_column_int64(st, c));
+    }
+    if (esito != SQLITE_DONE)
+        throw ErroreSistema(3000 + std::max(1, sqlite3_errcode(db) & 0xff),
+                            QStringLiteral("Errore del database: ") + QString::fromUtf8(sqlite3_errmsg(db)));
+    return chiavi;
+}
+
 // Colonne di cifre (quantità, importi, gradi, numeri), allineate a destra.
 bool DiCifre(const QSqlField& campo)
 {
@@ -411,7 +457,7 @@ std::optional<ModelloLista::Lettura> ModelloLista::LeggiOrdinata(const Istruzion
                             QLatin1Char(' ');
     Ordinata& o = l.ordinata;
     try {
-        o.chiavi = Db().Interi(QStringLiteral("SELECT ") + nomi.join(QStringLiteral(", ")) + QStringLiteral(" FROM (") +
+        o.chiavi = LeggiChiavi(QStringLiteral("SELECT ") + nomi.join(QStringLiteral(", ")) + QStringLiteral(" FROM (") +
                                    colonne + testo.mid(from.capturedStart()) + QLatin1Char(')'),
                                istruzione.parametri);
     } catch (const ErroreSistema&) {
@@ -455,7 +501,7 @@ ModelloLista::Finestra ModelloLista::LeggiPerChiavi(const IstruzioneSql& istruzi
     for (int k = 0; k < n; ++k) {
         for (int r = da; r < a; ++r) {
             const qint64 v = ordinata.chiavi[size_t(r) * size_t(n) + size_t(k)];
-            if (v == Database::NullIntero)
+            if (v == ChiaveNull)
                 nulle[size_t(k)] = true;
             else
                 valori[size_t(k)].push_back(v);
@@ -488,7 +534,7 @@ ModelloLista::Finestra ModelloLista::LeggiPerChiavi(const IstruzioneSql& istruzi
     while (q.next()) {
         for (int k = 0; k < n; ++k) {
             const QVariant v = q.value(colonne + k);
-            letta[size_t(k)] = v.isNull() ? Database::NullIntero : v.toLongLong();
+            letta[size_t(k)] = v.isNull() ? ChiaveNull : v.toLongLong();
         }
         const auto it = posizioni.constFind(chiave(letta.data()));
         if (it == posizioni.cend())

@@ -462,39 +462,6 @@ Valore Database::PrimoValore(const QString& sql, const QVariantList& parametri)
     return Valore(valore);
 }
 
-std::vector<qint64> Database::Interi(const QString& sql, const QVariantList& parametri)
-{
-    Istruzione& ist = Preparata(sql);
-    sqlite3* db = handle();
-    sqlite3_stmt* st = ist.stmt;
-    std::vector<qint64> valori;
-    if (!st)
-        return valori;
-    QList<QByteArray> deposito;
-    int esito = SQLITE_OK;
-    const int quanti = sqlite3_bind_parameter_count(st);
-    for (int i = 0; i < parametri.size() && i < quanti && esito == SQLITE_OK; ++i)
-        esito = Lega(st, i + 1, parametri[i], deposito);
-    const int colonne = sqlite3_column_count(st);
-    while (esito == SQLITE_OK || esito == SQLITE_ROW) {
-        esito = sqlite3_step(st);
-        if (esito != SQLITE_ROW)
-            break;
-        for (int c = 0; c < colonne; ++c)
-            valori.push_back(sqlite3_column_type(st, c) == SQLITE_NULL ? NullIntero : sqlite3_column_int64(st, c));
-    }
-    if (esito != SQLITE_DONE) {
-        const QSqlError errore = ErroreMotore(db, sqlite3_extended_errcode(db));
-        sqlite3_reset(st);
-        sqlite3_clear_bindings(st);
-        m_preparate.remove(sql);
-        throw Traduci(errore, sql);
-    }
-    sqlite3_reset(st);
-    sqlite3_clear_bindings(st);
-    return valori;
-}
-
 Recordset Database::OpenRecordset(const QString& sql, const QVariantList& parametri)
 {
     return Recordset(Esegui(sql, parametri, true));

@@ -27,9 +27,7 @@
 #include <QStringList>
 #include <QVariant>
 #include <functional>
-#include <limits>
 #include <memory>
-#include <vector>
 
 struct sqlite3;
 
@@ -126,11 +124,6 @@ public:
     // Lettura già eseguita e scorrevole, per i modelli delle griglie
     // (QSqlQueryModel legge le righe a richiesta). Errori come OpenRecordset.
     QSqlQuery Interroga(const QString& sql, const QVariantList& parametri = {});
-    // Tutte le righe di una lettura di sole colonne intere, di seguito riga
-    // dopo riga; un Null vale NullIntero. Per le chiavi di molte righe, senza
-    // passare per QVariant.
-    static constexpr qint64 NullIntero = std::numeric_limits<qint64>::min();
-    std::vector<qint64> Interi(const QString& sql, const QVariantList& parametri = {});
     // La connessione Qt sottostante.
     QSqlDatabase connessione() const;
 
