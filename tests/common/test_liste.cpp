@@ -139,10 +139,9 @@ TEST_F(ProvaListe, DidascaliaDelleGriglie)
 {
     QLabel titolo;
     AssociaDidascalia(griglia.get(), &titolo);
-    const struct { const char *modo, *didascalia; bool produttori; } casi[] = {{"1", "Etichetta", false},
-                {"7", "Domande del distillatore", true},
-                {"11", "Etichetta", true},
-                {"18", "Domande del distillatore da stampare", true}};
+    const struct { const char *modo, *didascalia; bool produttori; } casi[] = {
+        {"1", "Etichetta", false}, {"7", "Domande del distillatore", true}, {"11", "Etichetta", true},
+        {"18", "Domande del distillatore da stampare", true}};
     for (const auto& c : casi) {
         Carica(c.modo, c.produttori, c.produttori);
         if (c.produttori)

@@ -61,10 +61,9 @@ TEST_F(ModelloFinestre, LeggeSoloLeFinestreChieste)
     } casi[] = {
         {"SELECT * FROM BOLLE ORDER BY ID_BOLLA", {}, false, Bolle, Bolle - 1, "3000"},
         {"SELECT * FROM BOLLE WHERE FK_ID_FATTURA = ? ORDER BY ID_BOLLA DESC", {1}, false, 1000, 999, "1"},
-        // Un ORDER BY tra apici non è l'ordine della lista.
-        {"SELECT * FROM BOLLE WHERE NUMERO_BOLLA <> 'x ORDER BY' ORDER BY ID_BOLLA", {}, false, Bolle, 256, "257"},
         {"SELECT * FROM BOLLE WHERE ID_BOLLA < 0", {}, false, 0, -1, ""},
-        // L'ordine di una sottoquery resta: conta nel risultato.
+        // Un ORDER BY tra apici non è l'ordine della lista; quello di una sottoquery resta.
+        {"SELECT * FROM BOLLE WHERE NUMERO_BOLLA <> 'x ORDER BY' ORDER BY ID_BOLLA", {}, false, Bolle, 256, "257"},
         {"SELECT * FROM (SELECT * FROM BOLLE ORDER BY ID_BOLLA DESC LIMIT 600) ORDER BY ID_BOLLA", {}, false, 600,
          599, "3000"},
         {"SELECT * FROM BOLLE WHERE FK_ID_FATTURA <> ? ORDER BY NUMERO_BOLLA + 0 DESC", {0}, true, 2000, 1999, "1"},
@@ -155,9 +154,8 @@ TEST_F(ModelloFinestre, CifreADestra)
     ModelloLista m;
     m.Imposta(IstruzioneSql(u"SELECT NUMERO_BOLLA, QUANTITA_PRODOTTO, GRADO, ID_BOLLA, DATA_CONSEGNA FROM BOLLE"_s));
     m.ImpostaAllineamento(2, Qt::AlignCenter);
-    const Qt::Alignment destra = Qt::AlignRight | Qt::AlignVCenter;
-    const QList<Qt::Alignment> attesi = {{}, destra, Qt::AlignCenter, destra, {}};
-    for (int c = 0; c < attesi.size(); ++c)
+    const Qt::Alignment d = Qt::AlignRight | Qt::AlignVCenter, attesi[] = {{}, d, Qt::AlignCenter, d, {}};
+    for (int c = 0; c < int(std::size(attesi)); ++c)
         EXPECT_EQ(m.index(0, c).data(Qt::TextAlignmentRole).value<Qt::Alignment>(), attesi[c]) << c;
 }
 
