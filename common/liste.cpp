@@ -13,8 +13,13 @@
 #include <QSqlField>
 #include <QSqlRecord>
 #include <QTableView>
+#include <QTimer>
+
+#include <sqlite3.h>
 
 #include <algorithm>
+#include <limits>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -245,37 +250,117 @@ IstruzioneSql FiltroListaProduttori(const QVariant& modo)
 
 namespace {
 
-// Il testo senza l'ORDER BY finale fuori da parentesi e apici: per contare
-// le righe l'ordine non serve e costerebbe un ordinamento intero. Un ORDER BY
-// con parametri resta, perché i parametri seguono l'ordine del testo.
-QString SenzaOrdine(const QString& testo)
+// Il testo con quanto sta tra apici o tra parentesi coperto da spazi: le
+// parole chiave che restano sono quelle dell'istruzione esterna, alle loro
+// posizioni nel testo.
+QString AltoLivello(const QString& testo)
 {
-    static const QRegularExpression ordine(QStringLiteral("\\bORDER\\s+BY\\b"),
-                                           QRegularExpression::CaseInsensitiveOption);
+    QString alto = testo;
     int profondita = 0;
     QChar apice;
-    qsizetype ultimo = -1;
-    for (qsizetype i = 0; i < testo.size(); ++i) {
-        const QChar c = testo.at(i);
+    for (qsizetype i = 0; i < alto.size(); ++i) {
+        const QChar c = alto.at(i);
         if (!apice.isNull()) {
             if (c == apice)
                 apice = QChar();
-        } else if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            alto[i] = QLatin1Char(' ');
+            continue;
+        }
+        if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
             apice = c;
+            alto[i] = QLatin1Char(' ');
         } else if (c == QLatin1Char('(')) {
             ++profondita;
         } else if (c == QLatin1Char(')')) {
             --profondita;
-        } else if (profondita == 0 && (c == QLatin1Char('O') || c == QLatin1Char('o')) &&
-                   ordine.match(testo, i, QRegularExpression::NormalMatch,
-                                    QRegularExpression::AnchorAtOffsetMatchOption)
-                       .hasMatch()) {
-            ultimo = i;
+        } else if (profondita > 0) {
+            alto[i] = QLatin1Char(' ');
         }
     }
-    if (ultimo < 0 || testo.indexOf(QLatin1Char('?'), ultimo) >= 0)
-        return testo;
-    return testo.left(ultimo);
+    return alto;
+}
+
+// Dove comincia l'ORDER BY finale dell'istruzione esterna; -1 se non c'è o
+// se ha parametri (i parametri seguono l'ordine del testo).
+qsizetype InizioOrdine(const QString& testo, const QString& alto)
+{
+    static const QRegularExpression ordine(QStringLiteral("\\bORDER\\s+BY\\b"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    qsizetype ultimo = -1;
+    for (auto it = ordine.globalMatch(alto); it.hasNext();)
+        ultimo = it.next().capturedStart();
+    return ultimo < 0 || testo.indexOf(QLatin1Char('?'), ultimo) >= 0 ? -1 : ultimo;
+}
+
+// Il testo senza l'ORDER BY finale: per contare le righe l'ordine non serve
+// e costerebbe un ordinamento intero.
+QString SenzaOrdine(const QString& testo)
+{
+    const qsizetype ordine = InizioOrdine(testo, AltoLivello(testo));
+    return ordine < 0 ? testo : testo.left(ordine);
+}
+
+// Vero se l'ordinamento dell'istruzione non viene da un indice.
+bool OrdineSenzaIndice(const IstruzioneSql& istruzione)
+{
+    QSqlQuery piano = Db().Interroga(QStringLiteral("EXPLAIN QUERY PLAN ") + istruzione.testo, istruzione.parametri);
+    while (piano.next()) {
+        const QString passo = piano.value(3).toString();
+        if (passo.contains(QLatin1String("TEMP B-TREE")) && passo.contains(QLatin1String("ORDER BY")))
+            return true;
+    }
+    return false;
+}
+
+ErroreSistema ErroreLettura(const QSqlQuery& q)
+{
+    const QSqlError e = q.lastError();
+    return ErroreSistema(3000 + std::max(1, e.nativeErrorCode().toInt() & 0xff),
+                         QStringLiteral("Errore del database: ") + e.text());
+}
+
+QString NomeChiave(int i) { return QStringLiteral("FERMOLA_CHIAVE_%1").arg(i); }
+
+constexpr qint64 ChiaveNull = std::numeric_limits<qint64>::min();
+
+// Tutte le chiavi di una lettura di sole colonne intere, riga dopo riga:
+// direttamente dal motore, senza un QVariant per valore.
+std::vector<qint64> LeggiChiavi(const QString& sql, const QVariantList& parametri)
+{
+    sqlite3* db = Db().handle();
+    if (!db)
+        throw ErroreSistema(3420, QStringLiteral("Oggetto non valido o non più impostato."));
+    sqlite3_stmt* st = nullptr;
+    int esito = sqlite3_prepare16_v2(db, sql.utf16(), int(sql.size() * sizeof(QChar)), &st, nullptr);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> chiudi(st, sqlite3_finalize);
+    QList<QByteArray> testi;
+    for (int i = 0; i < parametri.size() && esito == SQLITE_OK; ++i) {
+        const QVariant& v = parametri.at(i);
+        switch (v.isNull() ? QMetaType::UnknownType : v.typeId()) {
+        case QMetaType::UnknownType: esito = sqlite3_bind_null(st, i + 1); break;
+        case QMetaType::Bool:
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong: esito = sqlite3_bind_int64(st, i + 1, v.toLongLong()); break;
+        case QMetaType::Double: esito = sqlite3_bind_double(st, i + 1, v.toDouble()); break;
+        default: {
+            const QByteArray& t = testi.emplaceBack(v.toString().toUtf8());
+            esito = sqlite3_bind_text(st, i + 1, t.constData(), int(t.size()), SQLITE_STATIC);
+        }
+        }
+    }
+    std::vector<qint64> chiavi;
+    const int colonne = esito == SQLITE_OK ? sqlite3_column_count(st) : 0;
+    while (esito == SQLITE_OK || esito == SQLITE_ROW) {
+        esito = sqlite3_step(st);
+        for (int c = 0; esito == SQLITE_ROW && c < colonne; ++c)
+            chiavi.push_back(sqlite3_column_type(st, c) == SQLITE_NULL ? ChiaveNull : sqlite3_column_int64(st, c));
+    }
+    if (esito != SQLITE_DONE)
+        throw ErroreSistema(3000 + std::max(1, sqlite3_errcode(db) & 0xff),
+                            QStringLiteral("Errore del database: ") + QString::fromUtf8(sqlite3_errmsg(db)));
+    return chiavi;
 }
 
 // Colonne di cifre (quantità, importi, gradi, numeri), allineate a destra.
@@ -326,12 +411,167 @@ ModelloLista::Finestra ModelloLista::LeggiFinestra(const IstruzioneSql& istruzio
             f.celle.append(q.value(c));
         ++f.righe;
     }
-    if (q.lastError().isValid()) {
-        const QSqlError e = q.lastError();
-        throw ErroreSistema(3000 + std::max(1, e.nativeErrorCode().toInt() & 0xff),
-                            QStringLiteral("Errore del database: ") + e.text());
-    }
+    if (q.lastError().isValid())
+        throw ErroreLettura(q);
     return f;
+}
+
+std::optional<ModelloLista::Lettura> ModelloLista::LeggiOrdinata(const IstruzioneSql& istruzione)
+{
+    // Solo un SELECT semplice ordinato: le righe sono quelle delle tabelle, e
+    // la chiave di ciascuna tabella (il suo contatore) le riconosce.
+    static const QRegularExpression select(QStringLiteral("^\\s*SELECT\\b"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression escluse(
+        QStringLiteral("\\b(DISTINCT|GROUP\\s+BY|HAVING|UNION|INTERSECT|EXCEPT|LIMIT|WINDOW)\\b"),
+        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression da(QStringLiteral("\\bFROM\\b"), QRegularExpression::CaseInsensitiveOption);
+    const QString& testo = istruzione.testo;
+    const QString alto = AltoLivello(testo);
+    const qsizetype ordine = InizioOrdine(testo, alto);
+    const QRegularExpressionMatch from = da.match(alto);
+    if (ordine < 0 || !from.hasMatch() || from.capturedStart() > ordine || !select.match(alto).hasMatch() ||
+        escluse.match(alto).hasMatch() || !OrdineSenzaIndice(istruzione))
+        return std::nullopt;
+
+    Lettura l;
+    l.record = Db().Interroga(testo + QStringLiteral(" LIMIT 0"), istruzione.parametri).record();
+    QStringList chiavi, nomi;
+    QSet<QString> tabelle;
+    for (int c = 0; c < l.record.count(); ++c) {
+        const QString tabella = l.record.field(c).tableName();
+        if (tabella.isEmpty() || tabelle.contains(tabella.toUpper()))
+            continue;
+        tabelle.insert(tabella.toUpper());
+        const Valore contatore = Db().PrimoValore(
+            QStringLiteral("SELECT MAX(name) FROM pragma_table_info(?) WHERE pk > 0 "
+                           "HAVING COUNT(*) = 1 AND upper(MAX(type)) = 'INTEGER'"),
+            {tabella});
+        if (contatore.isNull())
+            return std::nullopt;
+        nomi << NomeChiave(int(chiavi.size()));
+        chiavi << tabella + QLatin1Char('.') + contatore.testo() + QStringLiteral(" AS ") + nomi.last();
+    }
+    if (chiavi.isEmpty())
+        return std::nullopt;
+    const QString colonne = testo.left(from.capturedStart()) + QStringLiteral(", ") + chiavi.join(QStringLiteral(", ")) +
+                            QLatin1Char(' ');
+    Ordinata& o = l.ordinata;
+    try {
+        o.chiavi = LeggiChiavi(QStringLiteral("SELECT ") + nomi.join(QStringLiteral(", ")) + QStringLiteral(" FROM (") +
+                                   colonne + testo.mid(from.capturedStart()) + QLatin1Char(')'),
+                               istruzione.parametri);
+    } catch (const ErroreSistema&) {
+        // Una tabella con un alias o presa due volte: si legge per LIMIT/OFFSET.
+        return std::nullopt;
+    }
+    o.numeroChiavi = int(chiavi.size());
+    o.perChiavi = QStringLiteral("SELECT * FROM (") + colonne +
+                  testo.mid(from.capturedStart(), ordine - from.capturedStart()) + QStringLiteral(") WHERE ");
+    l.righe = int(o.chiavi.size() / size_t(o.numeroChiavi));
+    l.prima = LeggiPerChiavi(istruzione, o, int(l.record.count()), 0);
+    return l;
+}
+
+ModelloLista::Finestra ModelloLista::LeggiPerChiavi(const IstruzioneSql& istruzione, const Ordinata& ordinata,
+                                                    int colonne, int numero)
+{
+    const int n = ordinata.numeroChiavi;
+    const int da = numero * RigheFinestra;
+    const int a = std::min(int(ordinata.chiavi.size() / size_t(n)), da + RigheFinestra);
+    Finestra f;
+    f.numero = numero;
+    f.righe = std::max(0, a - da);
+    if (f.righe == 0)
+        return f;
+    f.celle.resize(qsizetype(f.righe) * colonne);
+    f.mancanti.assign(size_t(f.righe), true);
+    const auto chiave = [n](const qint64* p) {
+        return QByteArray(reinterpret_cast<const char*>(p), qsizetype(n * sizeof(qint64)));
+    };
+    // Le posizioni di ogni chiave: più d'una se la lista ripete la riga.
+    QHash<QByteArray, QList<int>> posizioni;
+    for (int r = da; r < a; ++r)
+        posizioni[chiave(&ordinata.chiavi[size_t(r) * size_t(n)])].append(r - da);
+
+    // La chiave con più valori guida la lettura; le altre, con "+", non
+    // usano un indice e filtrano soltanto.
+    std::vector<std::vector<qint64>> valori(static_cast<size_t>(n));
+    std::vector<bool> nulle(static_cast<size_t>(n), false);
+    int guida = -1;
+    for (int k = 0; k < n; ++k) {
+        for (int r = da; r < a; ++r) {
+            const qint64 v = ordinata.chiavi[size_t(r) * size_t(n) + size_t(k)];
+            if (v == ChiaveNull)
+                nulle[size_t(k)] = true;
+            else
+                valori[size_t(k)].push_back(v);
+        }
+        auto& vk = valori[size_t(k)];
+        std::sort(vk.begin(), vk.end());
+        vk.erase(std::unique(vk.begin(), vk.end()), vk.end());
+        if (!nulle[size_t(k)] && (guida < 0 || vk.size() >= valori[size_t(guida)].size()))
+            guida = k;
+    }
+    QStringList condizioni;
+    for (int k = 0; k < n; ++k) {
+        const QString nome = NomeChiave(k);
+        QStringList elenco;
+        for (const qint64 v : valori[size_t(k)])
+            elenco << QString::number(v);
+        QString condizione = elenco.isEmpty() ? QString()
+                                              : (k == guida ? QString() : QStringLiteral("+")) + nome +
+                                                    QStringLiteral(" IN (") + elenco.join(QLatin1Char(',')) +
+                                                    QLatin1Char(')');
+        if (nulle[size_t(k)])
+            condizione = condizione.isEmpty() ? nome + QStringLiteral(" IS NULL")
+                                              : QLatin1Char('(') + condizione + QStringLiteral(" OR ") + nome +
+                                                    QStringLiteral(" IS NULL)");
+        condizioni << condizione;
+    }
+
+    QSqlQuery q = Db().Interroga(ordinata.perChiavi + condizioni.join(QStringLiteral(" AND ")), istruzione.parametri);
+    std::vector<qint64> letta(static_cast<size_t>(n));
+    while (q.next()) {
+        for (int k = 0; k < n; ++k) {
+            const QVariant v = q.value(colonne + k);
+            letta[size_t(k)] = v.isNull() ? ChiaveNull : v.toLongLong();
+        }
+        const auto it = posizioni.constFind(chiave(letta.data()));
+        if (it == posizioni.cend())
+            continue;
+        for (const int r : it.value()) {
+            if (!f.mancanti[size_t(r)])
+                continue;
+            f.mancanti[size_t(r)] = false;
+            for (int c = 0; c < colonne; ++c)
+                f.celle[qsizetype(r) * colonne + c] = q.value(c);
+            break;
+        }
+    }
+    if (q.lastError().isValid())
+        throw ErroreLettura(q);
+    return f;
+}
+
+ModelloLista::Lettura ModelloLista::Leggi(const IstruzioneSql& istruzione, bool contaSubito)
+{
+    if (std::optional<Lettura> ordinata = LeggiOrdinata(istruzione))
+        return std::move(*ordinata);
+    Lettura l;
+    l.prima = LeggiFinestra(istruzione, 0, &l.record);
+    l.righe = l.prima.righe;
+    l.daContare = l.prima.righe >= RigheFinestra;
+    if (l.daContare && contaSubito) {
+        l.righe = std::max(l.righe, Conta(istruzione));
+        l.daContare = false;
+    }
+    return l;
+}
+
+ModelloLista::Finestra ModelloLista::LeggiNumero(int numero) const
+{
+    return PerChiavi() ? LeggiPerChiavi(m_istruzione, m_ordinata, int(m_record.count()), numero)
+                       : LeggiFinestra(m_istruzione, numero);
 }
 
 int ModelloLista::Conta(const IstruzioneSql& istruzione)
@@ -345,67 +585,95 @@ int ModelloLista::Conta(const IstruzioneSql& istruzione)
 void ModelloLista::Imposta(const IstruzioneSql& istruzione)
 {
     // Tutto si legge prima di toccare il modello: un errore lo lascia com'era.
-    QSqlRecord record;
-    Finestra prima = LeggiFinestra(istruzione, 0, &record);
-    const int righe = prima.righe < RigheFinestra ? prima.righe : std::max(prima.righe, Conta(istruzione));
+    Lettura l = Leggi(istruzione, false);
     beginResetModel();
     m_istruzione = istruzione;
-    m_record = record;
-    m_righe = righe;
+    m_record = l.record;
+    m_righe = l.righe;
+    m_daContare = l.daContare;
+    ++m_generazione;
+    m_ordinata = std::move(l.ordinata);
     m_cifre.clear();
-    for (int c = 0; c < record.count(); ++c)
-        if (DiCifre(record.field(c)))
+    for (int c = 0; c < m_record.count(); ++c)
+        if (DiCifre(m_record.field(c)))
             m_cifre.insert(c);
     m_didascalie.clear();
     m_allineamenti.clear();
-    m_finestre = {std::move(prima)};
+    m_finestre = {std::move(l.prima)};
     m_lette = 1;
     endResetModel();
+    // Il conteggio dopo la prima schermata, se nessuno l'ha chiesto prima.
+    if (m_daContare)
+        QTimer::singleShot(0, this, [this, generazione = m_generazione] {
+            if (generazione == m_generazione)
+                fetchMore(QModelIndex());
+        });
 }
 
 void ModelloLista::Rileggi()
 {
     if (m_record.isEmpty())
         return;
-    QSqlRecord record;
-    Finestra prima;
-    int righe = 0;
+    Lettura l;
     try {
-        prima = LeggiFinestra(m_istruzione, 0, &record);
-        righe = prima.righe < RigheFinestra ? prima.righe : std::max(prima.righe, Conta(m_istruzione));
+        l = Leggi(m_istruzione, true);
     } catch (const ErroreSistema&) {
-        record = m_record;
-        prima = Finestra();
-        righe = 0;
+        ++m_generazione;
+        m_daContare = false;
         if (m_righe > 0) {
             beginRemoveRows(QModelIndex(), 0, m_righe - 1);
             m_righe = 0;
             m_finestre.clear();
+            m_ordinata = Ordinata();
             endRemoveRows();
         }
         throw;
     }
-    if (record.count() != m_record.count()) {
+    if (l.record.count() != m_record.count()) {
         // Altre colonne: come una nuova istruzione.
         Imposta(m_istruzione);
         return;
     }
+    ++m_generazione;
+    m_daContare = false;
     // Le righe in più o in meno si tolgono o si aggiungono in fondo: la vista
     // tiene colonne nascoste, larghezze e didascalie.
-    if (righe < m_righe) {
-        beginRemoveRows(QModelIndex(), righe, m_righe - 1);
-        m_righe = righe;
+    if (l.righe < m_righe) {
+        beginRemoveRows(QModelIndex(), l.righe, m_righe - 1);
+        m_righe = l.righe;
         endRemoveRows();
-    } else if (righe > m_righe) {
+    } else if (l.righe > m_righe) {
+        beginInsertRows(QModelIndex(), m_righe, l.righe - 1);
+        m_righe = l.righe;
+        endInsertRows();
+    }
+    m_record = l.record;
+    m_ordinata = std::move(l.ordinata);
+    m_finestre = {std::move(l.prima)};
+    m_lette = 1;
+    if (m_righe > 0)
+        emit dataChanged(index(0, 0), index(m_righe - 1, columnCount() - 1));
+}
+
+bool ModelloLista::canFetchMore(const QModelIndex& genitore) const { return !genitore.isValid() && m_daContare; }
+
+void ModelloLista::fetchMore(const QModelIndex& genitore)
+{
+    if (genitore.isValid() || !m_daContare)
+        return;
+    int righe = 0;
+    try {
+        righe = Conta(m_istruzione);
+    } catch (const ErroreSistema&) {
+        // Database chiuso nel frattempo: si riprova alla prossima richiesta.
+        return;
+    }
+    m_daContare = false;
+    if (righe > m_righe) {
         beginInsertRows(QModelIndex(), m_righe, righe - 1);
         m_righe = righe;
         endInsertRows();
     }
-    m_record = record;
-    m_finestre = {std::move(prima)};
-    m_lette = 1;
-    if (m_righe > 0)
-        emit dataChanged(index(0, 0), index(m_righe - 1, columnCount() - 1));
 }
 
 void ModelloLista::RileggiTutte()
@@ -441,7 +709,7 @@ const ModelloLista::Finestra* ModelloLista::FinestraDi(int riga) const
         return &m_finestre.first();
     }
     try {
-        Conserva(LeggiFinestra(m_istruzione, numero));
+        Conserva(LeggiNumero(numero));
         ++m_lette;
     } catch (const ErroreSistema&) {
         // Database chiuso (un ripristino in corso) o tabella sparita: celle
@@ -457,7 +725,7 @@ const QVariant* ModelloLista::Cella(int riga, int colonna) const
         return nullptr;
     const Finestra* f = FinestraDi(riga);
     const int locale = riga % RigheFinestra;
-    if (!f || locale >= f->righe)
+    if (!f || locale >= f->righe || (!f->mancanti.empty() && f->mancanti[size_t(locale)]))
         return nullptr;  // riga sparita dal database dopo il conteggio
     return &f->celle.at(qsizetype(locale) * m_record.count() + colonna);
 }
@@ -507,6 +775,9 @@ Valore ModelloLista::Campo(int riga, const QString& nome) const
 
 Valore ModelloLista::Campo(int riga, int colonna) const
 {
+    // Chi legge oltre le righe contate aspetta il conteggio.
+    if (riga >= m_righe && m_daContare)
+        const_cast<ModelloLista*>(this)->fetchMore(QModelIndex());
     if (riga < 0 || riga >= rowCount())
         throw ErroreSistema(CodiciErrore::NessunRecordCorrente);
     if (colonna < 0 || colonna >= columnCount())
@@ -516,7 +787,7 @@ Valore ModelloLista::Campo(int riga, int colonna) const
                                        [numero](const Finestra& f) { return f.numero == numero; });
     // Qui l'errore di lettura risale al chiamante, che ha la sua etichetta.
     if (!inMemoria) {
-        Conserva(LeggiFinestra(m_istruzione, numero));
+        Conserva(LeggiNumero(numero));
         ++m_lette;
     }
     const QVariant* valore = Cella(riga, colonna);

@@ -21,6 +21,9 @@
 #include <QString>
 #include <QVariant>
 
+#include <optional>
+#include <vector>
+
 class QLabel;
 class QTableView;
 
@@ -57,12 +60,16 @@ IstruzioneSql QueryListaProduttori(const QVariant& modo);
 // "1611": la domanda DomandaProduttoreSel); vuota per gli altri.
 IstruzioneSql FiltroListaProduttori(const QVariant& modo);
 
-// Modello delle griglie. All'impostazione legge la prima finestra di righe
-// e, se la lista è più lunga, ne conta le righe; poi legge a richiesta solo
-// le finestre che la vista mostra (LIMIT/OFFSET sulla stessa istruzione) e
-// ne tiene in memoria poche, le ultime usate. Nessuna lettura resta aperta
-// sulla connessione tra una richiesta e l'altra. Didascalie e allineamenti
-// per colonna si azzerano a ogni nuova istruzione, come le colonne di una
+// Modello delle griglie. All'impostazione legge la prima finestra di righe;
+// se la lista è più lunga ne conta le righe appena la vista è disegnata (o
+// subito, se qualcuno chiede una riga oltre la prima finestra). Poi legge a
+// richiesta solo le finestre che la vista mostra (LIMIT/OFFSET sulla stessa
+// istruzione) e ne tiene in memoria poche, le ultime usate. Un ordinamento
+// che nessun indice serve costerebbe un ordinamento intero a ogni finestra:
+// allora le chiavi delle righe si leggono una volta, nell'ordine, e ogni
+// finestra si legge per chiave. Nessuna lettura resta aperta sulla
+// connessione tra una richiesta e l'altra. Didascalie e allineamenti per
+// colonna si azzerano a ogni nuova istruzione, come le colonne di una
 // griglia legata a un nuovo recordset.
 class ModelloLista : public QAbstractTableModel {
     Q_OBJECT
@@ -101,6 +108,12 @@ public:
     // Un allineamento dato vale più di quello a destra delle cifre.
     void ImpostaAllineamento(int colonna, Qt::Alignment allineamento);
 
+    // Vero se le righe si leggono per chiave, nell'ordine letto all'impostazione.
+    bool PerChiavi() const { return m_ordinata.numeroChiavi > 0; }
+
+    // Il conteggio ancora da fare: fetchMore lo fa e aggiunge le righe.
+    bool canFetchMore(const QModelIndex& genitore) const override;
+    void fetchMore(const QModelIndex& genitore) override;
     int rowCount(const QModelIndex& genitore = QModelIndex()) const override;
     int columnCount(const QModelIndex& genitore = QModelIndex()) const override;
     QVariant data(const QModelIndex& indice, int ruolo = Qt::DisplayRole) const override;
@@ -112,11 +125,34 @@ private:
     struct Finestra {
         int numero = -1;
         int righe = 0;
-        QList<QVariant> celle;  // righe * colonne
+        QList<QVariant> celle;       // righe * colonne
+        std::vector<bool> mancanti;  // lette per chiave: righe sparite dal database
     };
+    // Le chiavi delle righe nell'ordine della lista, e l'istruzione che
+    // legge le righe di un insieme di chiavi (con le chiavi in fondo alle
+    // colonne). Vuota se la lista si legge per LIMIT/OFFSET.
+    struct Ordinata {
+        QString perChiavi;
+        int numeroChiavi = 0;
+        std::vector<qint64> chiavi;  // righe * numeroChiavi
+    };
+    struct Lettura {
+        QSqlRecord record;
+        Finestra prima;
+        int righe = 0;
+        bool daContare = false;
+        Ordinata ordinata;
+    };
+    // Colonne, prima finestra, righe; il conteggio, se non "contaSubito",
+    // resta da fare. Errori: ErroreSistema.
+    static Lettura Leggi(const IstruzioneSql& istruzione, bool contaSubito);
+    static std::optional<Lettura> LeggiOrdinata(const IstruzioneSql& istruzione);
     // Legge la finestra "numero" (righe da numero * RigheFinestra) e, se
     // chiesto, le colonne. Errori: ErroreSistema.
     static Finestra LeggiFinestra(const IstruzioneSql& istruzione, int numero, QSqlRecord* record = nullptr);
+    static Finestra LeggiPerChiavi(const IstruzioneSql& istruzione, const Ordinata& ordinata, int colonne,
+                                   int numero);
+    Finestra LeggiNumero(int numero) const;
     // La finestra che contiene la riga, dalla memoria o dal database; nullptr
     // se la lettura fallisce (la vista mostra celle vuote).
     const Finestra* FinestraDi(int riga) const;
@@ -127,6 +163,9 @@ private:
     IstruzioneSql m_istruzione;
     QSqlRecord m_record;
     int m_righe = 0;
+    bool m_daContare = false;
+    int m_generazione = 0;  // cresce a ogni lettura: un conteggio rimandato vale solo per la sua
+    Ordinata m_ordinata;
     QSet<int> m_cifre;  // colonne di quantità, importi e numeri
     QHash<int, QVariant> m_didascalie;
     QHash<int, Qt::Alignment> m_allineamenti;
