@@ -92,10 +92,11 @@ void AccodaData(QString& r, const QString& testo, const QString& maschera, qsize
     }
 }
 
-QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali, const QString& precedente)
+namespace {
+
+// Parte intera riscritta come numero semplice, la virgola, i decimali come stanno.
+QString ImportoInParti(QStringView intera, QStringView parteDecimale, const QString& precedente)
 {
-    const QStringView intera = MidVista(riga, inizio, cifreIntere);
-    const QStringView parteDecimale = MidVista(riga, inizio + cifreIntere, decimali);
     // Solo cifre e spazi, al più 15 cifre: il valore è l'intero delle cifre e
     // Val seguito da CStr lo riscriverebbe tale e quale. Altrimenti si passa
     // per le due routine.
@@ -133,6 +134,20 @@ QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int deci
     std::copy(parteDecimale.utf16(), parteDecimale.utf16() + parteDecimale.size(), testo + n);
     const QStringView risultato(testo, n + parteDecimale.size());
     return !precedente.isEmpty() && risultato == precedente ? precedente : risultato.toString();
+}
+
+}  // namespace
+
+QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali, const QString& precedente)
+{
+    return ImportoInParti(MidVista(riga, inizio, cifreIntere), MidVista(riga, inizio + cifreIntere, decimali),
+                          precedente);
+}
+
+QString ImportoConVirgola(QStringView valore, int decimali, const QString& precedente)
+{
+    const qsizetype resto = std::max<qsizetype>(valore.size() - decimali, 0);
+    return ImportoInParti(valore.first(resto), valore.sliced(resto), precedente);
 }
 
 int AvanzaContatori(const QString& riga, qint32& domande, qint32& figli, qint32& nipoti)

@@ -78,6 +78,10 @@ void AccodaData(QString& r, const QString& testo, const QString& maschera, qsize
 QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali,
                       const QString& precedente = QString());
 
+// Lo stesso su un campo solo con gli ultimi "decimali" caratteri per
+// decimali: il risultato di InserisciVirgola, condiviso come sopra.
+QString ImportoConVirgola(QStringView valore, int decimali, const QString& precedente);
+
 // Tipo di un record in entrata (il primo carattere, da 0 a 3; -1 per ogni
 // altro) e avanzamento dei contatori annidati del carico: un record di un
 // livello conta uno in più al suo livello e azzera quelli sotto.
