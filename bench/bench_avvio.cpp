@@ -16,19 +16,16 @@
 #include "common/piattaforma.h"
 #include "shell/FrmMenu.h"
 #include "shell/frmSpalsh.h"
-#include "shell/registro_maschere.h"
+#include "shell/avvio.h"
 #include "shell/session_state.h"
 #include "store/database.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLibraryInfo>
-#include <QLocale>
 #include <QPointer>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <QTranslator>
 #include <benchmark/benchmark.h>
 
 #include <cerrno>
@@ -132,21 +129,13 @@ private:
     bool m_schermata = false, m_menu = false;
 };
 
-// I passi di main(), con i traguardi segnalati al padre.
+// I passi di main(), gli stessi, con i traguardi segnalati al padre.
 int Figlio(int argc, char** argv, const QString& cartella, int fd)
 {
     Segnala(fd, "ingresso");
-    QApplication app(argc, argv);
+    const auto app = AvviaApplicazione(argc, argv, std::make_unique<PiattaformaMuta>());
     Osservatore osservatore(fd);
-    app.installEventFilter(&osservatore);
-    QApplication::setApplicationName(QStringLiteral("fermola"));
-    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
-    QTranslator traduzioneQt;
-    if (traduzioneQt.load(QLocale(QLocale::Italian, QLocale::Italy), QStringLiteral("qtbase"), QStringLiteral("_"),
-                          QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(&traduzioneQt);
-    ImpostaPiattaforma(std::make_unique<PiattaformaMuta>());
-    RegistraMaschereDelSistema();
+    app->installEventFilter(&osservatore);
 
     auto* splash = new frmSpalsh(cartella);
     splash->setAttribute(Qt::WA_DeleteOnClose);

@@ -2,7 +2,7 @@
 // 1 000 certificati (10 domande), scritti con le routine delle maschere in
 // una transazione, contro il pavimento di sqlite3 nudo che inserisce le
 // stesse righe con istruzioni preparate nella stessa esecuzione. Il
-// rapporto "pavimento/carico" deve restare sopra 1/3.
+// rapporto "pavimento/carico" deve stare intorno a 0,5 o sopra.
 #include "common/piattaforma.h"
 #include "interchange/CaricoConferimenti.h"
 #include "interchange/FileFornitura.h"

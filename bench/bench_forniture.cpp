@@ -2,13 +2,13 @@
 // - carico di una fornitura di 100 000 fatture con due bolle ciascuna
 //   (10 000 domande), contro il pavimento di sqlite3 nudo che scrive le
 //   stesse righe (istruzioni preparate, testi già in UTF-8, una transazione)
-//   misurato nello stesso giro; il rapporto è "pavimento/carico" (>= 0,33),
+//   misurato nello stesso giro; il rapporto è "pavimento/carico" (>= 0,5),
 //   in tempo reale e in tempo di processore;
 // - scarico di una domanda di 10 000 fatture (con una bolla ciascuna).
-// Misurato su queste macchine (Release, due processori condivisi): carico
-// 2,3 s contro 0,78 s del pavimento (rapporto 0,35; 0,36 in processore);
-// scarico 60-80 ms di processore (prima 100-110 ms), il tempo reale dipende
-// dal carico della macchina.
+// Misurato su queste macchine (Release, due processori condivisi e carichi):
+// carico 1,3-1,5 s di processore, rapporto 0,58-0,64 (prima 0,36-0,40);
+// scarico 50-85 ms di processore, il tempo reale dipende dal carico della
+// macchina.
 
 #include "common/piattaforma.h"
 #include "interchange/CaricoFatture.h"

@@ -109,8 +109,9 @@ void CaricoFornitura::BATTONCARICA(const QString& percorsoFile)
         {
             LetturaFornitura file(copia);
             qint64 letti = 0;
+            QString riga;
             while (!file.eof()) {
-                const QString riga = file.LineInput();
+                file.LineInput(riga);
                 if (riga.size() != LunghezzaRecord()) {
                     // Nonostante le parole, si va avanti con quel che si è letto.
                     MsgBox(QStringLiteral("Il tracciato a una lunghezza di tipo record errata.") + ACapo +

@@ -14,6 +14,8 @@ Istruzione::Istruzione(sqlite3* db, const QString& sql) : m_db(db)
     const int esito = sqlite3_prepare_v2(db, testo.constData(), static_cast<int>(testo.size()), &m_stmt, nullptr);
     if (esito != SQLITE_OK)
         Errore(esito);
+    // Tutti subito: un vettore che cresce sposterebbe i testi già legati.
+    m_utf8.resize(static_cast<std::size_t>(sqlite3_bind_parameter_count(m_stmt)));
 }
 
 Istruzione::~Istruzione() { sqlite3_finalize(m_stmt); }
@@ -27,11 +29,24 @@ void Istruzione::Errore(int codice)
     throw ErroreSistema(3000 + (codice & 0xff), testo);
 }
 
-Istruzione& Istruzione::Testo(const QString& valore)
+Istruzione& Istruzione::Testo(QStringView valore)
 {
-    sqlite3_bind_text16(m_stmt, ++m_indice,
-                        valore.isNull() ? static_cast<const void*>(u"") : static_cast<const void*>(valore.utf16()),
-                        static_cast<int>(valore.size() * 2), SQLITE_STATIC);
+    const auto i = static_cast<std::size_t>(m_indice++);
+    if (i >= m_utf8.size())
+        return *this;  // oltre i parametri: il motore lo ignorerebbe comunque
+    std::string& utf8 = m_utf8[i];
+    // Le forniture sono quasi tutte ASCII: un carattere, un byte.
+    utf8.resize(static_cast<std::size_t>(valore.size()));
+    for (qsizetype k = 0; k < valore.size(); ++k) {
+        const char16_t c = valore[k].unicode();
+        if (c >= 0x80) {
+            const QByteArray tutto = valore.toUtf8();
+            utf8.assign(tutto.constData(), static_cast<std::size_t>(tutto.size()));
+            break;
+        }
+        utf8[static_cast<std::size_t>(k)] = static_cast<char>(c);
+    }
+    sqlite3_bind_text(m_stmt, m_indice, utf8.data(), static_cast<int>(utf8.size()), SQLITE_STATIC);
     return *this;
 }
 
@@ -43,15 +58,13 @@ Istruzione& Istruzione::Intero(qint64 valore)
 
 Istruzione& Istruzione::Valori(const QVariantList& valori)
 {
-    m_testi.clear();
-    m_testi.reserve(valori.size());
     for (const QVariant& v : valori) {
         if (v.isNull())
             sqlite3_bind_null(m_stmt, ++m_indice);
         else if (v.typeId() == QMetaType::Int || v.typeId() == QMetaType::LongLong)
             Intero(v.toLongLong());
         else
-            Testo(m_testi.emplaceBack(v.toString()));
+            Testo(v.toString());
     }
     return *this;
 }

@@ -10,6 +10,8 @@
 #include <QHash>
 #include <QString>
 #include <QVariantList>
+#include <string>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -22,8 +24,9 @@ public:
     Istruzione(const Istruzione&) = delete;
     Istruzione& operator=(const Istruzione&) = delete;
 
-    // Il testo deve vivere fino a Esegui o TrovaRiga: il motore non lo copia.
-    Istruzione& Testo(const QString& valore);
+    // Il testo è copiato in UTF-8, la codifica del database: il motore non
+    // deve convertirlo a ogni riga. Un testo nullo vale "".
+    Istruzione& Testo(QStringView valore);
     Istruzione& Intero(qint64 valore);
     // Valori di un'IstruzioneSql: interi e testi.
     Istruzione& Valori(const QVariantList& valori);
@@ -38,7 +41,7 @@ protected:
     sqlite3* m_db;
     sqlite3_stmt* m_stmt = nullptr;
     int m_indice = 0;
-    QList<QString> m_testi;  // i testi dei Valori, vivi fino all'esecuzione
+    std::vector<std::string> m_utf8;  // un testo per parametro, riusato riga dopo riga
 };
 
 // Cursore in avanti su una lettura, letto per nome di colonna come

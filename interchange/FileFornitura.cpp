@@ -50,12 +50,18 @@ struct TavolaPagina {
     }
     QString Decodifica(QByteArrayView byte) const
     {
-        QString testo(byte.size(), Qt::Uninitialized);
+        QString testo;
+        Decodifica(byte, testo);
+        return testo;
+    }
+    // Nel testo dato: se non è condiviso, senza memoria nuova.
+    void Decodifica(QByteArrayView byte, QString& testo) const
+    {
+        testo.resize(byte.size());
         char16_t* destinazione = reinterpret_cast<char16_t*>(testo.data());
         const auto* origine = reinterpret_cast<const unsigned char*>(byte.data());
         for (qsizetype i = 0; i < byte.size(); ++i)
             destinazione[i] = carattere[origine[i]];
-        return testo;
     }
     std::array<char16_t, 0x100> carattere{};
 };
@@ -185,15 +191,21 @@ LetturaFornitura::LetturaFornitura(const QString& percorso) : m_file(percorso)
 
 QString LetturaFornitura::LineInput()
 {
+    QString riga;
+    LineInput(riga);
+    return riga;
+}
+
+void LetturaFornitura::LineInput(QString& riga)
+{
     if (eof())
         throw ErroreSistema(InputOltreFineFile, QStringLiteral("Input oltre la fine del file"));
     // Un byte è un carattere: la riga si cerca nei byte e si decodifica da sola.
     qsizetype fine = m_byte.indexOf('\r', m_pos);
     if (fine < 0)
         fine = m_byte.size();
-    QString riga = Tavola().Decodifica(QByteArrayView(m_byte).sliced(m_pos, fine - m_pos));
+    Tavola().Decodifica(QByteArrayView(m_byte).sliced(m_pos, fine - m_pos), riga);
     m_pos = fine + 1;
     if (m_pos < m_byte.size() && m_byte.at(m_pos) == '\n')
         ++m_pos;
-    return riga;
 }

@@ -47,6 +47,8 @@ public:
     bool eof() const { return m_pos >= m_byte.size(); }
     // La riga seguente senza fine riga; a fine file solleva l'errore 62.
     QString LineInput();
+    // Lo stesso nel testo dato, che tiene la sua memoria da una riga all'altra.
+    void LineInput(QString& riga);
 
 private:
     QFile m_file;

@@ -3,6 +3,9 @@
 #include "common/errore.h"
 #include "common/numeri.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace TracciatoComune {
 
 void RecordFuoriPosto(const QString& tipo)
@@ -89,26 +92,62 @@ void AccodaData(QString& r, const QString& testo, const QString& maschera, qsize
     }
 }
 
-QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali)
+namespace {
+
+// Parte intera riscritta come numero semplice, la virgola, i decimali come stanno.
+QString ImportoInParti(QStringView intera, QStringView parteDecimale, const QString& precedente)
 {
-    const QString intera = Mid(riga, inizio, cifreIntere);
-    QString risultato;
     // Solo cifre e spazi, al più 15 cifre: il valore è l'intero delle cifre e
     // Val seguito da CStr lo riscriverebbe tale e quale. Altrimenti si passa
     // per le due routine.
     bool semplice = intera.size() <= 15;
     qint64 valore = 0;
     for (qsizetype i = 0; semplice && i < intera.size(); ++i) {
-        const char16_t c = intera.at(i).unicode();
+        const char16_t c = intera[i].unicode();
         if (c >= u'0' && c <= u'9')
             valore = valore * 10 + (c - u'0');
         else if (c != u' ')
             semplice = false;
     }
-    risultato = semplice ? QString::number(valore) : CStr(Val(intera));
-    risultato += QLatin1Char(',');
-    risultato += Mid(riga, inizio + cifreIntere, decimali);
-    return risultato;
+    if (!semplice) {
+        QString risultato = CStr(Val(intera.toString()));
+        risultato += QLatin1Char(',');
+        risultato += parteDecimale;
+        return risultato;
+    }
+    // Le cifre scritte a rovescio in un buffer, senza testi di passaggio: è
+    // la via di ogni importo di ogni riga di una fornitura.
+    char16_t testo[32];
+    qsizetype n = 0;
+    do {
+        testo[n++] = char16_t(u'0' + valore % 10);
+        valore /= 10;
+    } while (valore > 0);
+    std::reverse(testo, testo + n);
+    testo[n++] = u',';
+    // I decimali sono al più pochi: oltre il buffer si passa per un testo.
+    if (n + parteDecimale.size() > qsizetype(std::size(testo))) {
+        QString lungo = QStringView(testo, n).toString();
+        lungo += parteDecimale;
+        return lungo;
+    }
+    std::copy(parteDecimale.utf16(), parteDecimale.utf16() + parteDecimale.size(), testo + n);
+    const QStringView risultato(testo, n + parteDecimale.size());
+    return !precedente.isEmpty() && risultato == precedente ? precedente : risultato.toString();
+}
+
+}  // namespace
+
+QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali, const QString& precedente)
+{
+    return ImportoInParti(MidVista(riga, inizio, cifreIntere), MidVista(riga, inizio + cifreIntere, decimali),
+                          precedente);
+}
+
+QString ImportoConVirgola(QStringView valore, int decimali, const QString& precedente)
+{
+    const qsizetype resto = std::max<qsizetype>(valore.size() - decimali, 0);
+    return ImportoInParti(valore.first(resto), valore.sliced(resto), precedente);
 }
 
 int AvanzaContatori(const QString& riga, qint32& domande, qint32& figli, qint32& nipoti)

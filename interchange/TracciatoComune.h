@@ -25,6 +25,15 @@ inline QStringView MidVista(const QString& riga, int inizio, int lunghezza)
     return QStringView(riga).mid(inizio - 1, lunghezza);
 }
 
+// Come Mid, ma un testo uguale a "precedente" (lo stesso campo del record
+// prima) ne diventa una copia condivisa: domanda, codici e date che si
+// ripetono a ogni record di una fornitura grande non chiedono memoria nuova.
+inline QString MidCome(const QString& riga, int inizio, int lunghezza, const QString& precedente)
+{
+    const QStringView valore = MidVista(riga, inizio, lunghezza);
+    return !precedente.isEmpty() && valore == precedente ? precedente : valore.toString();
+}
+
 inline QString Spazi(int n) { return QString(n, QLatin1Char(' ')); }
 
 // I riempimenti accodati al record in costruzione, senza testi di passaggio
@@ -65,7 +74,13 @@ void AccodaData(QString& r, const QString& testo, const QString& maschera, qsize
 // posizione data: valore numerico della parte intera riscritto come numero
 // semplice (zeri e spazi in testa spariscono, tutta bianca vale 0), la
 // virgola, i decimali così come stanno, spazi compresi.
-QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali);
+// Un risultato uguale a "precedente" ne è una copia condivisa, come MidCome.
+QString ImportoDiviso(const QString& riga, int inizio, int cifreIntere, int decimali,
+                      const QString& precedente = QString());
+
+// Lo stesso su un campo solo con gli ultimi "decimali" caratteri per
+// decimali: il risultato di InserisciVirgola, condiviso come sopra.
+QString ImportoConVirgola(QStringView valore, int decimali, const QString& precedente);
 
 // Tipo di un record in entrata (il primo carattere, da 0 a 3; -1 per ogni
 // altro) e avanzamento dei contatori annidati del carico: un record di un

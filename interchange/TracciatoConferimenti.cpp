@@ -260,24 +260,27 @@ void Carico::Tipo_3(const QString& riga)
         RecordFuoriPosto(QStringLiteral("3"));
     CertificatoCarico& c = d.Certificati[NumeroCertificati];
     c.Produttori.resize(NumeroProduttori + 1);
+    const ProduttoreSelezionato& prima = c.Produttori.at(NumeroProduttori - 1);
     ProduttoreSelezionato& p = c.Produttori[NumeroProduttori];
     p = ProduttoreSelezionato{};
     p.CODI_FISC = Mid(riga, 32, 16);
     p.DENOMINAZIONE = Mid(riga, 48, 70);
     p.CODICE_CONTRATTO_DISTILLAZIONE = Mid(riga, 118, 11);
-    p.QTA_VINO_EFFETIVAMENTE_DISTILLATA = InserisciVirgola(MidVista(riga, 129, 11), 4);
-    p.TITOLO_ALCOLOMETRICO_FATTURATO = InserisciVirgola(MidVista(riga, 140, 6), 4);
-    p.ETTOGRADI = InserisciVirgola(MidVista(riga, 146, 12), 4);
-    p.QTA_ALCOLE_NEUTRO = InserisciVirgola(MidVista(riga, 158, 11), 4);
-    p.QTA_ALCOLE_GREZZO = InserisciVirgola(MidVista(riga, 169, 11), 4);
-    p.QTA_ACQUAVITE = InserisciVirgola(MidVista(riga, 180, 11), 4);
-    p.AIUTO_ALCOLE_NEUTRO = InserisciVirgola(MidVista(riga, 191, 14), 2);
-    p.AIUTO_ALCOLE_GREZZO = InserisciVirgola(MidVista(riga, 205, 14), 2);
-    p.AIUTO_ACQUAVITE = InserisciVirgola(MidVista(riga, 219, 14), 2);
-    p.IMPORTO_DETRAIBILE = InserisciVirgola(MidVista(riga, 233, 14), 2);
+    p.QTA_VINO_EFFETIVAMENTE_DISTILLATA =
+        ImportoConVirgola(MidVista(riga, 129, 11), 4, prima.QTA_VINO_EFFETIVAMENTE_DISTILLATA);
+    p.TITOLO_ALCOLOMETRICO_FATTURATO =
+        ImportoConVirgola(MidVista(riga, 140, 6), 4, prima.TITOLO_ALCOLOMETRICO_FATTURATO);
+    p.ETTOGRADI = ImportoConVirgola(MidVista(riga, 146, 12), 4, prima.ETTOGRADI);
+    p.QTA_ALCOLE_NEUTRO = ImportoConVirgola(MidVista(riga, 158, 11), 4, prima.QTA_ALCOLE_NEUTRO);
+    p.QTA_ALCOLE_GREZZO = ImportoConVirgola(MidVista(riga, 169, 11), 4, prima.QTA_ALCOLE_GREZZO);
+    p.QTA_ACQUAVITE = ImportoConVirgola(MidVista(riga, 180, 11), 4, prima.QTA_ACQUAVITE);
+    p.AIUTO_ALCOLE_NEUTRO = ImportoConVirgola(MidVista(riga, 191, 14), 2, prima.AIUTO_ALCOLE_NEUTRO);
+    p.AIUTO_ALCOLE_GREZZO = ImportoConVirgola(MidVista(riga, 205, 14), 2, prima.AIUTO_ALCOLE_GREZZO);
+    p.AIUTO_ACQUAVITE = ImportoConVirgola(MidVista(riga, 219, 14), 2, prima.AIUTO_ACQUAVITE);
+    p.IMPORTO_DETRAIBILE = ImportoConVirgola(MidVista(riga, 233, 14), 2, prima.IMPORTO_DETRAIBILE);
     // In entrata a 247 c'è il codice del colore, non la chiave.
     p.iD_COLORE = Colore(Mid(riga, 247, 2));
-    p.TOTALE_AIUTO = InserisciVirgola(MidVista(riga, 249, 15), 2);
+    p.TOTALE_AIUTO = ImportoConVirgola(MidVista(riga, 249, 15), 2, prima.TOTALE_AIUTO);
     p.APPROVAZIONE_ANTICIPATA = Mid(riga, 264, 1) == QLatin1String("S") ? QStringLiteral("S") : QString();
     p.PERC_APPROVAZIONE_ANTICIPATA = PadDestra(Mid(riga, 265, 3), 3, Zero);
 }

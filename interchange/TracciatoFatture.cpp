@@ -157,23 +157,24 @@ void Carico::Tipo_2(const QString& riga)
     if (NumeroFatture < 1)
         RecordFuoriPosto(QStringLiteral("2"));
     d.Fatture.resize(NumeroFatture + 1);
+    const FatturaCarico& p = d.Fatture.at(NumeroFatture - 1);
     FatturaCarico& f = d.Fatture[NumeroFatture];
     f = FatturaCarico{};
-    f.DOMANDA = Mid(riga, 2, 11);
-    f.PROGRESSIVO = Mid(riga, 13, 2);
+    f.DOMANDA = MidCome(riga, 2, 11, d.DOMANDA);
+    f.PROGRESSIVO = MidCome(riga, 13, 2, d.PROGRESSIVO);
     f.NUME_FATT = Mid(riga, 15, 15);
-    f.CODI_FISC = Mid(riga, 30, 16);
-    f.DENOMINAZIONE = Mid(riga, 46, 50);
-    f.DATA_FATT = Mid(riga, 96, 10);
-    f.QTA_PROD = ImportoDiviso(riga, 106, 7, 4);
-    f.GRAD = ImportoDiviso(riga, 117, 2, 4);
+    f.CODI_FISC = MidCome(riga, 30, 16, p.CODI_FISC);
+    f.DENOMINAZIONE = MidCome(riga, 46, 50, p.DENOMINAZIONE);
+    f.DATA_FATT = MidCome(riga, 96, 10, p.DATA_FATT);
+    f.QTA_PROD = ImportoDiviso(riga, 106, 7, 4, p.QTA_PROD);
+    f.GRAD = ImportoDiviso(riga, 117, 2, 4, p.GRAD);
     f.PREZ_MINI = ImportoDiviso(riga, 123, 4, 4).trimmed();
-    f.IMPO = ImportoDiviso(riga, 131, 12, 2);
-    f.IVA = ImportoDiviso(riga, 145, 12, 2);
-    f.IMPO_TOTA = ImportoDiviso(riga, 159, 12, 2);
-    f.DATA_PAGA = Mid(riga, 173, 10);
-    f.QTA_LAVO = ImportoDiviso(riga, 183, 7, 4);
-    f.CODI_LAVO = Mid(riga, 194, 3);
+    f.IMPO = ImportoDiviso(riga, 131, 12, 2, p.IMPO);
+    f.IVA = ImportoDiviso(riga, 145, 12, 2, p.IVA);
+    f.IMPO_TOTA = ImportoDiviso(riga, 159, 12, 2, p.IMPO_TOTA);
+    f.DATA_PAGA = MidCome(riga, 173, 10, p.DATA_PAGA);
+    f.QTA_LAVO = ImportoDiviso(riga, 183, 7, 4, p.QTA_LAVO);
+    f.CODI_LAVO = MidCome(riga, 194, 3, p.CODI_LAVO);
 }
 
 void Carico::Tipo_3(const QString& riga)
@@ -184,17 +185,18 @@ void Carico::Tipo_3(const QString& riga)
     // La lista prende la lunghezza dell'indice: dopo una nuova fattura le
     // bolle lette prima oltre questo indice si perdono.
     d.Bolle.resize(IndiceBolla + 1);
+    const BollaCarico& p = d.Bolle.at(IndiceBolla - 1);
     BollaCarico& b = d.Bolle[IndiceBolla];
     b = BollaCarico{};
-    b.DOMANDA = Mid(riga, 2, 11);
-    b.PROGRESSIVO = Mid(riga, 13, 2);
-    b.NUME_FATT = Mid(riga, 15, 15);
-    b.CODI_FISC = Mid(riga, 30, 16);
+    b.DOMANDA = MidCome(riga, 2, 11, d.DOMANDA);
+    b.PROGRESSIVO = MidCome(riga, 13, 2, d.PROGRESSIVO);
+    b.NUME_FATT = MidCome(riga, 15, 15, p.NUME_FATT);
+    b.CODI_FISC = MidCome(riga, 30, 16, p.CODI_FISC);
     b.NUMERO_BOLLA = Mid(riga, 46, 20);
-    b.DATA_CONSEGNA = Mid(riga, 66, 10);
-    b.QUANTITA_PRODOTTO = ImportoDiviso(riga, 76, 7, 4);
-    b.DATA_PAGA = Mid(riga, 87, 10);
-    b.GRADO = ImportoDiviso(riga, 97, 2, 4);
+    b.DATA_CONSEGNA = MidCome(riga, 66, 10, p.DATA_CONSEGNA);
+    b.QUANTITA_PRODOTTO = ImportoDiviso(riga, 76, 7, 4, p.QUANTITA_PRODOTTO);
+    b.DATA_PAGA = MidCome(riga, 87, 10, p.DATA_PAGA);
+    b.GRADO = ImportoDiviso(riga, 97, 2, 4, p.GRADO);
 }
 
 }  // namespace TracciatoFatture

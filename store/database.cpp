@@ -315,8 +315,11 @@ int Lega(sqlite3_stmt* st, int indice, const QVariant& v, QList<QByteArray>& dep
         const QString& t = *static_cast<const QString*>(v.constData());
         if (t.isNull())
             return sqlite3_bind_null(st, indice);
-        // Il database è in UTF-8: convertito qui costa meno che dentro il motore.
-        const QByteArray& utf8 = deposito.emplaceBack(t.toUtf8());
+        // Il database è in UTF-8: convertito qui costa meno che dentro il
+        // motore. Un testo ASCII (quasi sempre) passa come Latin-1, senza
+        // la conversione generica.
+        const bool ascii = std::all_of(t.cbegin(), t.cend(), [](QChar c) { return c.unicode() < 0x80; });
+        const QByteArray& utf8 = deposito.emplaceBack(ascii ? t.toLatin1() : t.toUtf8());
         return sqlite3_bind_text(st, indice, utf8.constData(), int(utf8.size()), SQLITE_STATIC);
     }
     case QMetaType::QByteArray: {
