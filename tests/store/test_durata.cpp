@@ -7,24 +7,13 @@
 #include "deliveries/MetodiProduttore.h"
 #include "deliveries/MetodiUtf.h"
 #include "invoices/ScrittureFatture.h"
-#include "shell/session_state.h"
-#include "store/database.h"
-#include "support/cartella_prova.h"
-#include "support/errori_prova.h"
-#include "support/verifiche.h"
+#include "support/figlio_prova.h"
+#include "support/prova.h"
 
-#include <QComboBox>
-#include <QCoreApplication>
 #include <QFileInfo>
-#include <QLineEdit>
-#include <QProcess>
-#include <QPushButton>
-#include <QTest>
 #include <QThread>
 #include <csignal>
 #include <cstdio>
-#include <functional>
-#include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/resource.h>
 
@@ -69,11 +58,8 @@ protected:
     {
         sessione().DbDistilleria.reset();
         QProcess figlio;
-        QProcessEnvironment ambiente = QProcessEnvironment::systemEnvironment();
-        ambiente.insert(VariabileFiglio, cartella->percorsoDatabase() + '|' + caso);
-        figlio.setProcessEnvironment(ambiente);
         figlio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        figlio.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=DurataFiglio.Figlio"});
+        AvviaFiglio(figlio, "DurataFiglio.Figlio", VariabileFiglio, cartella->percorsoDatabase() + '|' + caso);
         EXPECT_TRUE(figlio.waitForStarted());
         QByteArray uscita;
         while (figlio.state() == QProcess::Running && figlio.waitForReadyRead(120000)) {
