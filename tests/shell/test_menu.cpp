@@ -8,7 +8,6 @@
 #include <QDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPointer>
 #include <QTimer>
 
 namespace {
@@ -153,27 +152,6 @@ TEST_F(Menu, OgniMascheraRegistrataConLaSuaApertura)
         }
     }
     EXPECT_NE(TrovaAzione(NomiAzioni::StampaBolleMenu), nullptr);
-}
-
-TEST_F(Menu, UnaMascheraApertaVieneRiusataEDopoLaChiusuraRicreata)
-{
-    Finta(u"FrmSelezione"_s);
-    FrmMenu& m = Apri();
-    Clic("mnuDist_1");
-    QPointer<QWidget> prima = m.MascheraAperta(u"FrmSelezione"_s);
-    // "Fatture" con "Domande" aperta: stessa maschera, operazione cambiata sotto di lei.
-    Clic("mnuDist_2");
-    EXPECT_EQ(create[u"FrmSelezione"_s], 1);
-    EXPECT_EQ(m.MascheraAperta(u"FrmSelezione"_s), prima.data());
-    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(1));
-
-    // Chiusa la maschera ("unload"), il clic successivo la ricrea.
-    m.AreaMdi()->subWindowList()[0]->close();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return prima.isNull(); }, 2000));
-    EXPECT_EQ(m.MascheraAperta(u"FrmSelezione"_s), nullptr);
-    Clic("mnuDist_1");
-    EXPECT_EQ(create[u"FrmSelezione"_s], 2);
-    EXPECT_NE(m.MascheraAperta(u"FrmSelezione"_s), nullptr);
 }
 
 TEST_F(Menu, VociSpenteDiSistemaVersioneEHelp)
