@@ -177,8 +177,8 @@ TEST(IsNumeric, RegoleItaliane)
 TEST(CDblEVal, RegoleItalianeEIndipendenti)
 {
     const struct { double (*f)(const QString&); const char* testo; double atteso; } casi[] = {
-        {CDbl, "1.050,6", 1050.6}, {CDbl, "1.5", 15.0}, {CDbl, " 7 ", 7.0}, {CDbl, "-0,25", -0.25}, {CDbl, "(2,5)", -2.5},
-        {CDbl, "&HFFFF", -1.0}, {CDbl, "&H10000", 65536.0}, {CDbl, "1E-400", 0.0},
+        {CDbl, "1.050,6", 1050.6}, {CDbl, "1.5", 15.0}, {CDbl, " 7 ", 7.0}, {CDbl, "-0,25", -0.25},
+        {CDbl, "(2,5)", -2.5}, {CDbl, "&HFFFF", -1.0}, {CDbl, "&H10000", 65536.0}, {CDbl, "1E-400", 0.0},
         {Val, "12.5abc", 12.5}, {Val, "1,5", 1.0}, {Val, " 1 615 198th Street", 1615198.0}, {Val, "", 0.0},
         {Val, "-3.5E2x", -350.0}, {Val, "&HFF", 255.0}, {Val, "&HFFFF", -1.0}, {Val, ".5", 0.5}, {Val, "1e", 1.0},
         {Val, "1.2.3", 1.2}, {Val, "+0.05", 0.05}, {Val, "\t4\n2", 42.0},

@@ -104,7 +104,8 @@ TEST_F(ProvaMaschera, DataNonValidaTieneIlFuocoEPerdeIlClic)
     maschera->adjustSize();
     QCoreApplication::processEvents();
     const QPoint rigaDue = griglia->visualRect(griglia->model()->index(1, 0)).center();
-    QWidget* const verso[] = {nullptr, Campo(campo::Libero), spunta, cerca, griglia->viewport(), maschera->Cmddati.value(0)};
+    QWidget* const verso[] = {nullptr, Campo(campo::Libero), spunta, cerca, griglia->viewport(),
+                              maschera->Cmddati.value(0)};
     for (const bool valida : {false, true}) {
         griglia->setCurrentCell(0, 0);
         for (QWidget* w : verso) {

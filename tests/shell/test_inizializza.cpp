@@ -146,7 +146,8 @@ TEST_F(Inizializza, PrimoAvvio)
         // Nessuna domanda prima della fine; salvando, la riga e il menu restano.
         EXPECT_EQ(script->messaggi, salva ? Messaggi{Eseguita} : Messaggi{});
         const QString cf = salva ? azione.toUpper() : QString();
-        EXPECT_EQ(Distilleria(), salva ? QStringList{cf + "|DISTILLERIA DEL COLLE SRL|VIA DEGLI ALAMBICCHI 12"} : QStringList());
+        EXPECT_EQ(Distilleria(),
+                  salva ? QStringList{cf + "|DISTILLERIA DEL COLLE SRL|VIA DEGLI ALAMBICCHI 12"} : QStringList());
         EXPECT_EQ(sessione().DistilleriaDati.CODI_FISC, cf);
         EXPECT_TRUE(menu.isVisible() || !salva);
     }
@@ -286,7 +287,8 @@ TEST_F(Inizializza, LetturaTabellaVuotaUnaRigaNullPiuRigheESenzaTabella)
         EXPECT_EQ(LeggiDistilleria(), c.trovata);
         EXPECT_EQ(sessione().DistilleriaAssente, !c.trovata);
         const auto& d = sessione().DistilleriaDati;
-        EXPECT_EQ(QStringList({sessione().ModoDistilleria, d.CODI_FISC, d.RAGI_SOCI, d.INDI_DIST, sessione().TitoloMaschera})
+        const auto& s = sessione();
+        EXPECT_EQ(QStringList({s.ModoDistilleria, d.CODI_FISC, d.RAGI_SOCI, d.INDI_DIST, s.TitoloMaschera})
                       .join(QLatin1Char('|')),
                   QString::fromLatin1(c.letta));
     }

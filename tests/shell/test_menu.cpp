@@ -136,8 +136,8 @@ TEST_F(Menu, OgniMascheraRegistrataConLaSuaApertura)
     script->AccettaMessaggiSenzaRisposta();
     const QStringList mdi =
         u"FrmSelezione FrmProduttori_Selezione frmCarico FrmProduttore_carico frmRegistroErrori"_s.split(u' ');
-    const QStringList modali = u"frmInizializza frmAbout FrmHelp FrmDomanda frmCambioDomanda FrmSelezionaFatture FrmFattura "
-                               "frmBolleConsegne frmScarico Frmproduttore_Domanda frmProduttori_CambioDomanda "
+    const QStringList modali = u"frmInizializza frmAbout FrmHelp FrmDomanda frmCambioDomanda FrmSelezionaFatture "
+                               "FrmFattura frmBolleConsegne frmScarico Frmproduttore_Domanda frmProduttori_CambioDomanda "
                                "frmProduttori_CambioUtf FrmProduttore_SelezionaProd frmProduttore_Utf "
                                "frmProduttoriNoAssociati FrmProduttore frmProduttori_Scarico"_s.split(u' ');
     for (const QString& nome : mdi + modali) {
