@@ -3,7 +3,6 @@
 // genere di validazione, mostrata e attiva come quella che l'utente ha davanti.
 
 #include "common/SchermataRecord.h"
-#include "common/aiuto.h"
 #include "support/prova.h"
 
 #include <QGridLayout>
@@ -71,25 +70,6 @@ protected:
     }
 };
 
-// Batte un carattere qualunque: QTest::keyClick conosce solo l'ASCII ("\b" è
-// il Backspace), le lettere accentate e i segni di windows-1252 passano col
-// loro testo.
-inline void Batti(QWidget* w, QChar c)
-{
-    if (c.unicode() < 0x80) {
-        QTest::keyClick(w, static_cast<char>(c.unicode()));
-        return;
-    }
-    const char16_t u = c.toUpper().unicode();
-    QTest::sendKeyEvent(QTest::Click, w, u < 0x100 ? static_cast<Qt::Key>(u) : Qt::Key_unknown, QString(c),
-                        Qt::NoModifier);
-}
-inline void Digita(QWidget* w, const QString& testo)
-{
-    for (const QChar c : testo)
-        Batti(w, c);
-}
-
 // Fixture: maschera mostrata e attiva, piattaforma a copione nuova, aiuto
 // intercettato.
 class ProvaMaschera : public ::testing::Test {
@@ -97,16 +77,8 @@ protected:
     void SetUp() override
     {
         script = &InstallaPiattaformaScript();
-        vecchioHelp = ImpostaMostraHelp([this](const QString& nome) { aiuti << nome; });
         maschera = std::make_unique<MascheraProva>();
-        maschera->show();
-        maschera->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(maschera.get()));
-    }
-    void TearDown() override
-    {
-        maschera.reset();
-        ImpostaMostraHelp(vecchioHelp);
+        ASSERT_TRUE(MostraAttiva(maschera.get()));
     }
 
     QLineEdit* Campo(int indice) { return maschera->TxtDati.value(indice); }
@@ -124,7 +96,6 @@ protected:
     }
 
     PiattaformaScript* script = nullptr;
+    AiutiChiesti aiuti;
     std::unique_ptr<MascheraProva> maschera;
-    QStringList aiuti;
-    FunzioneHelp vecchioHelp;
 };

@@ -5,7 +5,6 @@
 // certificati; i record di sessione sulla domanda 7 come li lascia la lista;
 // l'aiuto intercettato; la maschera mostrata e attiva.
 
-#include "common/aiuto.h"
 #include "support/prova.h"
 
 #include <QDialog>
@@ -28,7 +27,6 @@ protected:
               "INSERT INTO TAB_UTF (iD_UTF, iD_DOMANDA, NUMERO_CERTIFICATO_UTF) VALUES (1, 1, 'UTF1'), (2, 2, 'UTF2')"})
             db().Execute(QString::fromLatin1(sql));
         SelezionaDomanda7();
-        vecchioHelp = ImpostaMostraHelp([this](const QString& nome) { aiuti << nome; });
     }
     // I record di sessione come li lascia la lista sulla domanda 7 (e sul suo primo certificato).
     static void SelezionaDomanda7()
@@ -44,7 +42,6 @@ protected:
     void TearDown() override
     {
         maschera.reset();
-        ImpostaMostraHelp(vecchioHelp);
         ProvaConDatabase::TearDown();
     }
 
@@ -52,9 +49,7 @@ protected:
     T& Mostra(T* m)
     {
         maschera.reset(m);
-        m->show();
-        m->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(m));
+        EXPECT_TRUE(MostraAttiva(m));
         return *m;
     }
 
@@ -77,9 +72,8 @@ protected:
     static void Premi(QPushButton* pulsante) { QTest::mouseClick(pulsante, Qt::LeftButton); }
     QStringList Registro() { return Righe(db(), QStringLiteral("SELECT DESC_APPL, CODI_ERRO FROM LOGERR")); }
 
+    AiutiChiesti aiuti;
     std::unique_ptr<QDialog> maschera;
-    QStringList aiuti;
-    FunzioneHelp vecchioHelp;
 };
 
 // Un guasto del database preparato da un trigger sulla tabella.

@@ -39,10 +39,9 @@ TEST_P(Tasti, BattutoNelCampo)
 }
 
 using namespace campo;
-const auto nomeCaso = [](const auto& info) { return std::string(info.param.nome); };
 
 INSTANTIATE_TEST_SUITE_P(
-    Maiuscole, Tasti,
+    Filtri, Tasti,
     ::testing::Values(CasoTasto{"minuscole", Maiuscole, "", -1, "rossi mario", "ROSSI MARIO", 0},
                       CasoTasto{"asterisco_senza_beep", Maiuscole, "", -1, "A*B", "AB", 0},
                       CasoTasto{"vocali_accentate", Maiuscole, "", -1, "càáèéìíòóùú", "CA'A'E'E'I'I'O'O'U'U'", 0},
@@ -51,18 +50,14 @@ INSTANTIATE_TEST_SUITE_P(
                       // L'apostrofo aggiunto passa dal filtro del campo come un tasto battuto.
                       CasoTasto{"accento_in_data", Data, "", -1, "à", "", 2},
                       CasoTasto{"accento_in_intero", Intero, "", -1, "1è2", "12", 2},
-                      CasoTasto{"accento_nei_nomi", Nome, "", -1, "d'ànna!perché", "D'A'NNAPERCHE'", 0}),
-    nomeCaso);
-
-INSTANTIATE_TEST_SUITE_P(
-    InteriEDecimali, Tasti,
-    ::testing::Values(CasoTasto{"cifre", Intero, "", -1, "0123456789", "0123456789", 0},
+                      CasoTasto{"accento_nei_nomi", Nome, "", -1, "d'ànna!perché", "D'A'NNAPERCHE'", 0},
+                      // Interi e decimali.
+                      CasoTasto{"cifre", Intero, "", -1, "0123456789", "0123456789", 0},
                       // I separatori passano anche se il filtro si chiama "intero".
                       CasoTasto{"separatori", Intero, "", -1, "1.234,5", "1.234,5", 0},
                       CasoTasto{"lettere", Intero, "", -1, "1a2Z", "12", 2},
                       CasoTasto{"segni_e_spazio", Intero, "", -1, "-1 +", "1", 3},
                       CasoTasto{"asterisco_annullato_prima", Intero, "", -1, "*", "", 0},
-                      CasoTasto{"due_decimali", Importo, "", -1, "12,34", "12,34", 0},
                       CasoTasto{"terzo_decimale", Importo, "", -1, "12,345", "12,34", 1},
                       CasoTasto{"punto_diventa_virgola", Importo, "", -1, "1.5", "1,5", 0},
                       CasoTasto{"virgola_in_campo_vuoto", Importo, "", -1, ",5", "5", 1},
@@ -76,19 +71,13 @@ INSTANTIATE_TEST_SUITE_P(
                       CasoTasto{"prima_della_virgola", Importo, "12,34", 0, "5", "512,34", 0},
                       CasoTasto{"dopo_decimali_completi", Importo, "12,34", -1, "6\b", "12,3", 1},
                       CasoTasto{"quattro_decimali", Quantita, "", -1, "1,23456", "1,2345", 1},
-                      CasoTasto{"dieci_cifre_intere", Quantita, "", -1, "99999999999", "9999999999", 1}),
-    nomeCaso);
-
-INSTANTIATE_TEST_SUITE_P(
-    Data, Tasti,
-    ::testing::Values(CasoTasto{"cinque_in_data_vuota", Data, "", 0, "5", "05/", 0},
+                      CasoTasto{"dieci_cifre_intere", Quantita, "", -1, "99999999999", "9999999999", 1},
+                      // Date.
                       CasoTasto{"quattro_in_data_vuota", Data, "", 0, "4", "04/", 0},
-                      CasoTasto{"uno_in_data_vuota", Data, "", 0, "1", "1", 0},
                       CasoTasto{"tre_in_data_vuota", Data, "", 0, "3", "3", 0},
                       CasoTasto{"giorno_con_due_cifre", Data, "12/05/2005", 0, "1", "12/05/2005", 1},
                       CasoTasto{"tutta_selezionata_conta_da_zero", Data, "12/05/2005", -2, "1", "12/05/2005", 1},
                       CasoTasto{"giorno_vuoto_davanti_alla_barra", Data, "/05/2005", 0, "7", "07/05/2005", 0},
-                      CasoTasto{"cinque_davanti_a_una_cifra", Data, "1", 0, "5", "1", 1},
                       CasoTasto{"tre_davanti_a_cifra_alta", Data, "5/05/2005", 0, "3", "5/05/2005", 1},
                       CasoTasto{"tre_davanti_a_uno", Data, "1/05/2005", 0, "3", "31/05/2005", 0},
                       CasoTasto{"tre_e_due_nel_giorno", Data, "", 0, "32", "3", 1},
@@ -96,7 +85,6 @@ INSTANTIATE_TEST_SUITE_P(
                       CasoTasto{"zero_dopo_zero", Data, "0", 1, "0", "0", 1},
                       CasoTasto{"nove_dopo_zero", Data, "0", 1, "9", "09/", 0},
                       CasoTasto{"mese_uno", Data, "12/", 3, "1", "12/1", 0},
-                      CasoTasto{"mese_zero", Data, "12/", 3, "0", "12/0", 0},
                       CasoTasto{"mese_cinque", Data, "12/", 3, "5", "12/05/", 0},
                       CasoTasto{"mese_con_due_cifre", Data, "12/05/", 3, "1", "12/05/", 1},
                       CasoTasto{"mese_vuoto_nella_data", Data, "12//2005", 3, "5", "12/05/2005", 0},
@@ -110,9 +98,8 @@ INSTANTIATE_TEST_SUITE_P(
                       CasoTasto{"barra_fuori_posto", Data, "1", 1, "/", "1", 1},
                       CasoTasto{"lettera", Data, "12/", 3, "A", "12/", 1},
                       CasoTasto{"backspace_sulle_barre", Data, "12/05/", 6, "\b", "12/05/", 0},
-                      CasoTasto{"backspace_prima_barra", Data, "12/", 3, "\b", "12/", 0},
                       CasoTasto{"backspace_su_cifra", Data, "12/1", 4, "\b", "12/", 0}),
-    nomeCaso);
+    [](const auto& info) { return std::string(info.param.nome); });
 
 TEST_F(ProvaMaschera, FiltroCaratteriTabella)
 {

@@ -173,26 +173,20 @@ TEST(IsNumeric, RegoleItaliane)
         EXPECT_FALSE(IsNumeric(T(no))) << no;
 }
 
-TEST(CDbl, RegoleItaliane)
+// CDbl segue le impostazioni italiane; Val no, e si ferma al primo carattere che non legge.
+TEST(CDblEVal, RegoleItalianeEIndipendenti)
 {
-    const struct { const char* testo; double atteso; } casi[] = {
-        {"1.050,6", 1050.6}, {"1.5", 15.0},    {" 7 ", 7.0},           {"-0,25", -0.25},
-        {"(2,5)", -2.5},     {"&HFFFF", -1.0}, {"&H10000", 65536.0},   {"1E-400", 0.0},
+    const struct { double (*f)(const QString&); const char* testo; double atteso; } casi[] = {
+        {CDbl, "1.050,6", 1050.6}, {CDbl, "1.5", 15.0}, {CDbl, " 7 ", 7.0}, {CDbl, "-0,25", -0.25},
+        {CDbl, "(2,5)", -2.5}, {CDbl, "&HFFFF", -1.0}, {CDbl, "&H10000", 65536.0}, {CDbl, "1E-400", 0.0},
+        {Val, "12.5abc", 12.5}, {Val, "1,5", 1.0}, {Val, " 1 615 198th Street", 1615198.0}, {Val, "", 0.0},
+        {Val, "-3.5E2x", -350.0}, {Val, "&HFF", 255.0}, {Val, "&HFFFF", -1.0}, {Val, ".5", 0.5}, {Val, "1e", 1.0},
+        {Val, "1.2.3", 1.2}, {Val, "+0.05", 0.05}, {Val, "\t4\n2", 42.0},
     };
     for (const auto& c : casi)
-        EXPECT_DOUBLE_EQ(CDbl(T(c.testo)), c.atteso) << c.testo;
+        EXPECT_DOUBLE_EQ(c.f(T(c.testo)), c.atteso) << (c.f == CDbl ? "CDbl " : "Val ") << c.testo;
     EXPECT_EQ(NumeroErrore([] { CDbl(QString()); }), 13);
     EXPECT_EQ(NumeroErrore([] { CDbl(QStringLiteral("1E400")); }), 6);
-}
-
-TEST(Val, IndipendenteDalleImpostazioni)
-{
-    const struct { const char* testo; double atteso; } casi[] = {
-        {"12.5abc", 12.5}, {"1,5", 1.0}, {" 1 615 198th Street", 1615198.0}, {"", 0.0}, {"-3.5E2x", -350.0},
-        {"&HFF", 255.0}, {"&HFFFF", -1.0}, {".5", 0.5}, {"1e", 1.0}, {"1.2.3", 1.2}, {"+0.05", 0.05}, {"\t4\n2", 42.0},
-    };
-    for (const auto& c : casi)
-        EXPECT_DOUBLE_EQ(Val(T(c.testo)), c.atteso) << c.testo;
     EXPECT_EQ(NumeroErrore([] { Val(QStringLiteral("1E400")); }), 6);
 }
 

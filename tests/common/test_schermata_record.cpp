@@ -10,16 +10,22 @@ namespace {
 const MessaggioRegistrato DataNonValida{QStringLiteral("Data non valida"), StileMsg::Esclamativo, QString()};
 }
 
-TEST_F(ProvaMaschera, CancNonFaNullaInNessunCampo)
+// Entrando in un campo il testo si seleziona; Canc, anche con Maiuscolo, ed Esc non fanno nulla.
+TEST_F(ProvaMaschera, IngressoSelezionaCancEdEscNonFannoNulla)
 {
-    for (auto it = maschera->TxtDati.cbegin(); it != maschera->TxtDati.cend(); ++it) {
-        QLineEdit* c = Prepara(it.key(), QStringLiteral("12"), 0);
-        QTest::keyClick(c, Qt::Key_Delete);
-        c->selectAll();
+    maschera->Cmddati.value(1)->setFocus();  // il primo campo ha già il fuoco
+    for (QLineEdit* c : std::as_const(maschera->TxtDati)) {
+        c->setText(QStringLiteral("12"));
+        c->setFocus(Qt::MouseFocusReason);
+        EXPECT_EQ(c->selectedText(), QStringLiteral("12")) << c->objectName().toStdString();
         QTest::keyClick(c, Qt::Key_Delete, Qt::ShiftModifier);
-        EXPECT_EQ(c->text(), QStringLiteral("12")) << it.key();
+        c->setCursorPosition(0);
+        QTest::keyClick(c, Qt::Key_Delete);
+        QTest::keyClick(c, Qt::Key_Escape);
+        EXPECT_EQ(c->text(), QStringLiteral("12")) << c->objectName().toStdString();
         c->clear();  // "12" non è una data: il campo si lascia vuoto
     }
+    EXPECT_TRUE(maschera->isVisible());
 }
 
 // Il testo accanto al controllo è Lbldati(indice); il tooltip, che entra nei
@@ -45,15 +51,6 @@ TEST_F(ProvaMaschera, EtichettaETooltipSeparati)
         EXPECT_EQ(maschera->Lbldati[c.indice]->buddy(), c.controllo);
         EXPECT_EQ(c.controllo->toolTip(), c.tooltip);
     }
-}
-
-TEST_F(ProvaMaschera, IngressoSelezionaEscNonChiude)
-{
-    Campo(campo::Libero)->setText(QStringLiteral("ROSSI"));
-    Campo(campo::Libero)->setFocus(Qt::MouseFocusReason);
-    EXPECT_EQ(Campo(campo::Libero)->selectedText(), QStringLiteral("ROSSI"));
-    QTest::keyClick(Campo(campo::Libero), Qt::Key_Escape);
-    EXPECT_TRUE(maschera->isVisible());
 }
 
 // ---------------------------------------------------------------- validazione
@@ -89,26 +86,43 @@ INSTANTIATE_TEST_SUITE_P(Regole, Validazione,
                          [](const auto& info) { return std::string(info.param.nome); });
 
 // Una data non valida, lasciando il campo con Tab, con un clic su un altro
-// campo o su Salva: solo il messaggio, il fuoco resta, nessun clic.
-TEST_F(ProvaMaschera, DataNonValidaTieneIlFuocoFinoAlSalvataggio)
+// campo, su Salva o su un controllo registrato a parte (una casella di
+// spunta, un pulsante di ricerca, una griglia, dove il clic arriva alla sua
+// area interna): solo il messaggio, il fuoco resta e il clic va perso. Con la
+// data valida il campo si riscrive e il clic passa.
+TEST_F(ProvaMaschera, DataNonValidaTieneIlFuocoEPerdeIlClic)
 {
-    QLineEdit* data = Prepara(campo::Data, QStringLiteral("31/02/2005"));
-    QWidget* const verso[] = {nullptr, Campo(campo::Libero), maschera->Cmddati.value(0)};
-    for (QWidget* w : verso) {
-        script->Rispondi(RispostaMsg::OK);
-        w ? QTest::mouseClick(w, Qt::LeftButton) : QTest::keyClick(data, Qt::Key_Tab);
-        QCoreApplication::processEvents();  // il rifiuto vale per il clic in corso
-        EXPECT_EQ(QApplication::focusWidget(), data);
-        EXPECT_EQ(data->text(), QStringLiteral("31/02/2005"));
-        EXPECT_TRUE(maschera->clic.isEmpty());
+    auto* spunta = new QCheckBox(QStringLiteral("Approvazione anticipata"));
+    auto* cerca = new QPushButton(QStringLiteral("Cerca"));
+    auto* griglia = new QTableWidget(2, 1);
+    int cercato = 0;
+    QObject::connect(cerca, &QPushButton::clicked, [&] { ++cercato; });
+    for (QWidget* w : {static_cast<QWidget*>(spunta), static_cast<QWidget*>(cerca), static_cast<QWidget*>(griglia)}) {
+        maschera->Posa(w);
+        maschera->RegistraControllo(w);
     }
-    EXPECT_EQ(script->messaggi, Messaggi(3, DataNonValida));
-    // Data valida: riscritta, e il pulsante premuto.
-    data->setText(QStringLiteral("1/2/2005"));
-    QTest::mouseClick(maschera->Cmddati.value(0), Qt::LeftButton);
-    EXPECT_EQ(data->text(), QStringLiteral("01/02/2005"));
-    EXPECT_EQ(maschera->clic, QList<int>{0});
-    EXPECT_EQ(script->messaggi.size(), 3);
+    maschera->adjustSize();
+    QCoreApplication::processEvents();
+    const QPoint rigaDue = griglia->visualRect(griglia->model()->index(1, 0)).center();
+    QWidget* const verso[] = {nullptr, Campo(campo::Libero), spunta, cerca, griglia->viewport(),
+                              maschera->Cmddati.value(0)};
+    for (const bool valida : {false, true}) {
+        griglia->setCurrentCell(0, 0);
+        for (QWidget* w : verso) {
+            QLineEdit* data = Prepara(campo::Data, valida ? QStringLiteral("1/2/2005") : QStringLiteral("31/02/2005"));
+            if (!valida)
+                script->Rispondi(RispostaMsg::OK);
+            w ? QTest::mouseClick(w, Qt::LeftButton, {}, w == griglia->viewport() ? rigaDue : QPoint())
+              : QTest::keyClick(data, Qt::Key_Tab);
+            QCoreApplication::processEvents();  // il rifiuto vale per il clic in corso
+            EXPECT_EQ(QApplication::focusWidget() == data, !valida);
+            EXPECT_EQ(data->text(), valida ? QStringLiteral("01/02/2005") : QStringLiteral("31/02/2005"));
+        }
+        const int passato = valida;
+        EXPECT_EQ((QList<int>{spunta->isChecked(), cercato, griglia->currentRow(), int(maschera->clic.size())}),
+                  QList<int>(4, passato));
+    }
+    EXPECT_EQ(script->messaggi, Messaggi(6, DataNonValida));
 }
 
 // Un campo bloccato non prende tasti, nemmeno attraverso i filtri che
@@ -131,64 +145,25 @@ TEST_F(ProvaMaschera, CampoBloccatoNonPrendeTasti)
     EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
-TEST_F(ProvaMaschera, EsciEHelpNonAspettanoLaValidazione)
+// F1, in un campo, sulla maschera o su un pulsante, è il clic sul pulsante
+// d'aiuto della maschera, qualunque sia il suo indice; né F1 né Help né Esci
+// aspettano la validazione del campo lasciato.
+TEST_F(ProvaMaschera, F1HelpEdEsciNonAspettanoLaValidazione)
 {
-    Prepara(campo::Data, QStringLiteral("99/99/9999"));
-    QTest::mouseClick(maschera->Cmddati.value(2), Qt::LeftButton);
-    Prepara(campo::Data, QStringLiteral("99/99/9999"));
-    QTest::mouseClick(maschera->Cmddati.value(1), Qt::LeftButton);
-    EXPECT_EQ(aiuti, QStringList{QStringLiteral("FrmProva")});
-    EXPECT_EQ(maschera->clic, (QList<int>{2, 1}));
-    EXPECT_FALSE(maschera->isVisible());
-    EXPECT_EQ(maschera->result(), QDialog::Rejected);
-    EXPECT_TRUE(script->messaggi.isEmpty());
-}
-
-// F1, in un campo, su un pulsante o sulla maschera, è il clic sul pulsante d'aiuto della
-// maschera, qualunque sia il suo indice.
-TEST_F(ProvaMaschera, F1PremeIlPulsanteDAiutoDellaMaschera)
-{
-    for (const int indice : {2, 5}) {
+    for (const int indice : {5, 2}) {
         maschera->indiceHelp = indice;
-        QTest::keyClick(Prepara(campo::Nome, QStringLiteral("X")), Qt::Key_F1);
+        QTest::keyClick(Prepara(campo::Data, QStringLiteral("99/99/9999")), Qt::Key_F1);
         QTest::keyClick(maschera.get(), Qt::Key_F1);
         QTest::keyClick(maschera->Cmddati.value(0), Qt::Key_F1);
     }
-    EXPECT_EQ(maschera->clic, (QList<int>{2, 2, 2, 5, 5, 5}));
-    EXPECT_EQ(aiuti, QStringList(3, QStringLiteral("FrmProva")));
-}
-
-// Un rifiuto fa perdere il clic anche ai controlli registrati a parte: una
-// casella di spunta, un pulsante di ricerca, una griglia (il clic arriva alla
-// sua area interna). Con la data valida il clic passa.
-TEST_F(ProvaMaschera, IlClicRifiutatoVaPersoSuiControlliRegistrati)
-{
-    auto* spunta = new QCheckBox(QStringLiteral("Approvazione anticipata"));
-    auto* cerca = new QPushButton(QStringLiteral("Cerca"));
-    auto* griglia = new QTableWidget(2, 1);
-    int cercato = 0;
-    QObject::connect(cerca, &QPushButton::clicked, [&] { ++cercato; });
-    for (QWidget* w : {static_cast<QWidget*>(spunta), static_cast<QWidget*>(cerca), static_cast<QWidget*>(griglia)}) {
-        maschera->Posa(w);
-        maschera->RegistraControllo(w);
-    }
-    maschera->adjustSize();
-    QCoreApplication::processEvents();
-    const auto stato = [&] { return QList<int>{spunta->isChecked(), cercato, griglia->currentRow()}; };
-    const QPoint rigaDue = griglia->visualRect(griglia->model()->index(1, 0)).center();
-    for (const bool valida : {false, true}) {
-        griglia->setCurrentCell(0, 0);
-        for (QWidget* w : {static_cast<QWidget*>(spunta), static_cast<QWidget*>(cerca), griglia->viewport()}) {
-            QLineEdit* data = Prepara(campo::Data, valida ? QStringLiteral("1/2/2005") : QStringLiteral("31/02/2005"));
-            if (!valida)
-                script->Rispondi(RispostaMsg::OK);
-            QTest::mouseClick(w, Qt::LeftButton, {}, w == griglia->viewport() ? rigaDue : QPoint());
-            QCoreApplication::processEvents();
-            EXPECT_EQ(QApplication::focusWidget() == data, !valida);
-        }
-        EXPECT_EQ(stato(), valida ? (QList<int>{1, 1, 1}) : (QList<int>{0, 0, 0}));
-    }
-    EXPECT_EQ(script->messaggi, Messaggi(3, DataNonValida));
+    QTest::mouseClick(maschera->Cmddati.value(2), Qt::LeftButton);
+    Prepara(campo::Data, QStringLiteral("99/99/9999"));
+    QTest::mouseClick(maschera->Cmddati.value(1), Qt::LeftButton);
+    EXPECT_EQ(maschera->clic, (QList<int>{5, 5, 5, 2, 2, 2, 2, 1}));
+    EXPECT_EQ(aiuti, QStringList(4, QStringLiteral("FrmProva")));
+    EXPECT_FALSE(maschera->isVisible());
+    EXPECT_EQ(maschera->result(), QDialog::Rejected);
+    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
 // Il caricamento: titolo da TitoloMaschera (o quello proprio se è vuoto),
@@ -254,9 +229,7 @@ TEST_F(ErroriMaschera, VannoAlRegistroConLEtichettaDellaMaschera)
 {
     db();
     MascheraProva maschera;
-    maschera.show();
-    maschera.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&maschera));
+    ASSERT_TRUE(MostraAttiva(&maschera));
     const auto mancante = [&] { maschera.TxtDati[99]->clear(); };
     sessione().ModoMaschera = QStringLiteral("M");
     QLineEdit* nome = maschera.TxtDati[campo::Nome];

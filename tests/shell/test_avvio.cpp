@@ -47,12 +47,15 @@ TEST(PathDatabase, UnaSolaBarraPrimaDiDatabase)
     EXPECT_EQ(CalcolaPathDatabase(u"/"_s), u"/database/"_s);  // radice: finisce già con la barra
 }
 
+// TAB_Fornitura si ricrea vuota, anche se manca.
 TEST_F(Avvio, LaVecchiaTabellaSetupVieneSostituitaUnaVolta)
 {
     for (const QString& nome : {u"SETUP"_s, u"Setup"_s}) {
         SCOPED_TRACE(nome.toStdString());
+        const QString fornitura = nome == u"SETUP"_s ? u"INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2004')"_s
+                                                    : u"DROP TABLE TAB_Fornitura"_s;
         Prepara(u"DROP TABLE tab_setup; CREATE TABLE %1 (VERSIONE TEXT, NOTE TEXT); INSERT INTO %1 VALUES "
-                "('0.9', 'vecchia'); INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2004')"_s.arg(nome));
+                "('0.9', 'vecchia'); %2"_s.arg(nome, fornitura));
         // Il secondo avvio non trova più SETUP e non tocca nulla.
         for (int avvio = 1; avvio <= 2; ++avvio) {
             AggiornamentoVersione();
@@ -60,8 +63,10 @@ TEST_F(Avvio, LaVecchiaTabellaSetupVieneSostituitaUnaVolta)
             EXPECT_EQ(sessione().VersioneDb + u'|' + sessione().DataVersioneDb, u"1.0.0|"_s + Oggi());
             EXPECT_EQ(Leggi(u"SELECT * FROM tab_setup"_s), QStringList{u"1.0.0|"_s + Oggi() + u'|' + DescrizioneSetup});
             EXPECT_EQ(Leggi(u"SELECT (SELECT COUNT(*) FROM TAB_Fornitura), (SELECT COUNT(*) FROM sqlite_master "
-                            "WHERE upper(name) = 'SETUP')"_s),
-                      QStringList{u"0|0"_s}) << "TAB_Fornitura ricreata vuota, SETUP sparita";
+                            "WHERE upper(name) = 'SETUP'), (SELECT group_concat(name, ' ') FROM "
+                            "pragma_table_info('TAB_Fornitura'))"_s),
+                      QStringList{u"0|0|ID CAMPAGNA NUMERO_DOMANDE NUMERO_FATTURE DATA_FORNITURE "
+                                  "PROGRESSIVO_FORNITURA"_s});
         }
     }
 }

@@ -1,6 +1,6 @@
 // Inizializzazione della distilleria: primo avvio con la tabella vuota,
-// salvataggio, cambio del codice, rifiuti con i loro messaggi, errori.
-#include "common/aiuto.h"
+// salvataggio, cambio del codice, rifiuti con i loro messaggi, errori; e la
+// lettura della distilleria in sessione.
 #include "shell/FrmMenu.h"
 #include "shell/LeggiDistilleria.h"
 #include "shell/frmInizializza.h"
@@ -59,14 +59,10 @@ protected:
         return *m_maschera;
     }
 
-    // Batte il testo tasto per tasto, anche le lettere accentate: il codice
-    // del tasto Qt di un carattere Latin-1 è la sua maiuscola.
     static void Scrivi(QLineEdit* campo, const QString& testo)
     {
         campo->clear();
-        for (const QChar c : testo)
-            QTest::sendKeyEvent(QTest::Click, campo, static_cast<Qt::Key>(c.toUpper().unicode()), QString(c),
-                                Qt::NoModifier);
+        Digita(campo, testo);
     }
     // Compila i tre campi (un testo nullo lascia il campo com'è) e preme Salva.
     static void Salva(frmInizializza& f, const QString& cf, const QString& ragione, const QString& indirizzo)
@@ -83,7 +79,8 @@ protected:
     std::unique_ptr<frmInizializza> m_maschera;
 };
 
-// Con la distilleria già scritta, Esci chiude senza salvare quel che si è battuto.
+// Con la distilleria già scritta, Help mostra l'aiuto della maschera ed Esci
+// chiude senza salvare quel che si è battuto.
 TEST_F(Inizializza, CampiPulsantiEEsciSenzaSalvare)
 {
     Inserisci(CfValido, QStringLiteral("R"), QStringLiteral("I"));
@@ -101,6 +98,9 @@ TEST_F(Inizializza, CampiPulsantiEEsciSenzaSalvare)
         Scrivi(f.TxtDISTDati(c.indice), c.battuto);
         EXPECT_EQ(f.TxtDISTDati(c.indice)->text(), c.atteso);
     }
+    AiutiChiesti aiuti;
+    QTest::mouseClick(f.Cmddati[2], Qt::LeftButton);
+    EXPECT_EQ(aiuti, QStringList{QStringLiteral("frmInizializza")});
     QTest::mouseClick(f.Cmddati[1], Qt::LeftButton);
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(script->terminato);
@@ -115,56 +115,41 @@ TEST_F(Inizializza, CampiPulsantiEEsciSenzaSalvare)
 TEST_F(Inizializza, PrimoAvvio)
 {
     const QString Esci = QStringLiteral("Esci"), Chiudi = QStringLiteral("chiusura");
-    for (const QString& azione : {Esci, Chiudi, QStringLiteral("dstfrm70c12z404f"), PivaValida}) {
+    for (const QString& azione : {Esci, Chiudi, QStringLiteral("dstfrm70c12z404f")}) {
         SCOPED_TRACE(azione.toStdString());
         FrmMenu::Scarica();
-        script->terminato = false;
-        script->messaggi.clear();
         const bool salva = azione != Esci && azione != Chiudi;
         if (salva)
             script->Rispondi(RispostaMsg::OK);
-        bool terminato = false, menuVisibile = false, chiusa = false;
-        int figli = -1, messaggiPrima = -1;
-        QString titolo;
-        bool eseguita = false;
+        QStringList visto;  // all'apertura menu visibile, sue figlie, messaggi, e titolo; poi l'esito
         QuandoModale(QStringLiteral("frmInizializza"), [&](QDialog* d) {
-            eseguita = true;
             auto* f = qobject_cast<frmInizializza*>(d);
-            menuVisibile = FrmMenu::Istanza() && FrmMenu::Istanza()->isVisible();
-            figli = FrmMenu::Istanza()->AreaMdi()->subWindowList().size();
-            messaggiPrima = script->messaggi.size();
-            titolo = f->windowTitle();
+            visto << QStringLiteral("%1 %2 %3").arg(FrmMenu::Istanza()->isVisible())
+                         .arg(FrmMenu::Istanza()->AreaMdi()->subWindowList().size()).arg(script->messaggi.size())
+                  << f->windowTitle();
             try {
                 if (salva)
                     Salva(*f, azione, QStringLiteral("distilleria del colle srl"), QStringLiteral("via degli alambicchi 12"));
                 else
                     azione == Esci ? f->Cmddati[1]->click() : (void)f->close();
+                visto << (f->isVisible() ? QStringLiteral("aperta") : QStringLiteral("chiusa"));
             } catch (const ProcessoTerminato&) {
-                terminato = true;
+                visto << QStringLiteral("terminato");
             }
-            chiusa = !f->isVisible();
-            if (!chiusa)
+            if (f->isVisible())
                 d->done(QDialog::Rejected);  // il processo vero finirebbe qui; o il test fallisce senza restare appeso
         });
         FrmMenu& menu = FrmMenu::Carica();
         menu.show();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return eseguita; }, 5000));
-        EXPECT_TRUE(menuVisibile);
-        EXPECT_EQ(figli, 0);
-        EXPECT_EQ(messaggiPrima, 0);
-        EXPECT_EQ(titolo, Titolo);
-        EXPECT_EQ(std::pair(terminato, script->terminato), std::pair(!salva, !salva));
-        if (!salva) {
-            EXPECT_TRUE(script->messaggi.isEmpty()) << "nessuna domanda prima della fine";
-            EXPECT_TRUE(Distilleria().isEmpty());
-            continue;
-        }
-        EXPECT_TRUE(chiusa);
-        EXPECT_EQ(Distilleria(), QStringList{azione.toUpper() + "|DISTILLERIA DEL COLLE SRL|VIA DEGLI ALAMBICCHI 12"});
-        EXPECT_EQ(script->messaggi, Messaggi{Eseguita});
-        EXPECT_TRUE(menu.isVisible());
-        EXPECT_EQ(sessione().DistilleriaDati.CODI_FISC, azione.toUpper());
-        db().Execute(QStringLiteral("DELETE FROM DISTILLERIA"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !visto.isEmpty(); }, 5000));
+        EXPECT_EQ(visto, (QStringList{"1 0 0", Titolo, salva ? "chiusa" : "terminato"}));
+        // Nessuna domanda prima della fine; salvando, la riga e il menu restano.
+        EXPECT_EQ(script->messaggi, salva ? Messaggi{Eseguita} : Messaggi{});
+        const QString cf = salva ? azione.toUpper() : QString();
+        EXPECT_EQ(Distilleria(),
+                  salva ? QStringList{cf + "|DISTILLERIA DEL COLLE SRL|VIA DEGLI ALAMBICCHI 12"} : QStringList());
+        EXPECT_EQ(sessione().DistilleriaDati.CODI_FISC, cf);
+        EXPECT_TRUE(menu.isVisible() || !salva);
     }
 }
 
@@ -274,14 +259,43 @@ TEST_F(Inizializza, EsitiDelSalvataggio)
               QStringList{QStringLiteral("frmInizializza CmdDATI_Click|03078")});
 }
 
-TEST_F(Inizializza, HelpConIlNomeDellaMaschera)
+TEST_F(Inizializza, LetturaTabellaVuotaUnaRigaNullPiuRigheESenzaTabella)
 {
-    QStringList chieste;
-    ImpostaMostraHelp([&](const QString& nome) { chieste << nome; });
-    QTest::mouseClick(Apri().Cmddati[2], Qt::LeftButton);
-    ImpostaMostraHelp(FunzioneHelp());
-    EXPECT_EQ(chieste, QStringList{QStringLiteral("frmInizializza")});
-    EXPECT_TRUE(m_maschera->isVisible());
+    const struct {
+        const char* caso;
+        const char* righe;  // valori da inserire, vuoto per nessuna riga
+        bool trovata;
+        const char* letta;  // modo|codice|ragione|indirizzo|titolo
+    } casi[] = {
+        // La tabella vuota lascia i dati letti prima; il titolo cambia solo senza distilleria.
+        {"vuota", nullptr, false, "I|X|Y|Z| Inizializza Distilleria "},
+        {"una riga", "('DSTFRM70C12Z404F', 'CANTINA D''ANNA', 'VIA DEI TINI 4')", true,
+         "M|DSTFRM70C12Z404F|CANTINA D'ANNA|VIA DEI TINI 4| Fatture "},
+        {"Null diventa vuoto", "('02468135799', NULL, NULL)", true, "M|02468135799||| Fatture "},
+        {"vale la prima", "('02468135799', 'PRIMA', 'UNO'), ('13579246805', 'SECONDA', 'DUE')", true,
+         "M|02468135799|PRIMA|UNO| Fatture "},
+    };
+    for (const auto& c : casi) {
+        SCOPED_TRACE(c.caso);
+        db().Execute(QStringLiteral("DELETE FROM DISTILLERIA"));
+        if (c.righe)
+            db().Execute(QStringLiteral("INSERT INTO DISTILLERIA (CODI_FISC,RAGI_SOCI,INDI_DIST) VALUES ") +
+                         QString::fromLatin1(c.righe));
+        sessione().DistilleriaDati = {QStringLiteral("X"), QStringLiteral("Y"), QStringLiteral("Z")};
+        sessione().DistilleriaAssente = c.trovata;
+        sessione().TitoloMaschera = QStringLiteral(" Fatture ");
+        EXPECT_EQ(LeggiDistilleria(), c.trovata);
+        EXPECT_EQ(sessione().DistilleriaAssente, !c.trovata);
+        const auto& d = sessione().DistilleriaDati;
+        const auto& s = sessione();
+        EXPECT_EQ(QStringList({s.ModoDistilleria, d.CODI_FISC, d.RAGI_SOCI, d.INDI_DIST, s.TitoloMaschera})
+                      .join(QLatin1Char('|')),
+                  QString::fromLatin1(c.letta));
+    }
+    // Senza tabella l'errore esce al chiamante: la routine non ha etichetta d'errore.
+    db().Execute(QStringLiteral("DROP TABLE DISTILLERIA"));
+    EXPECT_EQ(NumeroErrore([] { LeggiDistilleria(); }), CodiciErrore::TabellaMancante);
+    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <QDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPointer>
 #include <QTimer>
 
 namespace {
@@ -78,28 +77,16 @@ TEST_F(Menu, UnGuastoNelCaricamentoTermina)
         script->Rispondi(RispostaMsg::OK);
         EXPECT_THROW(FrmMenu::Carica(), ProcessoTerminato);
         ASSERT_EQ(script->messaggi.size(), 1);
-        EXPECT_TRUE(script->messaggi[0].testo.startsWith(u"Numero Errore: %1\n\nDescrizione Errore: "_s.arg(c.numero)))
-            << script->messaggi[0].testo.toStdString();
-        EXPECT_EQ(script->messaggi[0].stile, 16);
-        EXPECT_EQ(script->messaggi[0].titolo, u"FERMOLA_2005"_s);
+        const MessaggioRegistrato& m = script->messaggi[0];
+        EXPECT_EQ((Messaggi{{m.testo.left(m.testo.indexOf(u"Descrizione"_s)), m.stile, m.titolo}}),
+                  (Messaggi{{u"Numero Errore: %1\n\n"_s.arg(c.numero), 16, u"FERMOLA_2005"_s}}));
         FrmMenu::Scarica();
         script->messaggi.clear();
     }
 }
 
-TEST_F(Menu, IlCaricamentoApreLaConnessioneEVerificaLaDistilleria)
-{
-    QList<bool> verifiche;  // una per chiamata: la connessione era aperta?
-    RegistraAzione(NomiAzioni::VerificaDistilleria,
-                   [&] { verifiche << (sessione().DbDistilleria && sessione().DbDistilleria->aperto()); });
-    FrmMenu& m = Apri();
-    EXPECT_EQ(m.windowTitle(), TitoloLungo + u" - Campagna 2005/2006"_s);
-    EXPECT_EQ(verifiche, QList<bool>{true});
-    EXPECT_TRUE(sessione().DbDistilleria && sessione().DbDistilleria->aperto());
-    EXPECT_TRUE(script->messaggi.isEmpty());
-
-}
-
+// Il caricamento apre la connessione e poi verifica la distilleria; ogni voce
+// imposta codice e titolo e apre la sua maschera, figlia del menu.
 TEST_F(Menu, OgniVoceImpostaCodiceTitoloEApreLaSuaMascheraFigliaDelMenu)
 {
     const struct { const char* voce; int codice; QString titolo, maschera; } casi[] = {
@@ -120,11 +107,15 @@ TEST_F(Menu, OgniVoceImpostaCodiceTitoloEApreLaSuaMascheraFigliaDelMenu)
     };
     for (const QString& nome : {u"FrmSelezione"_s, u"frmCarico"_s, u"FrmProduttori_Selezione"_s, u"FrmProduttore_carico"_s})
         Finta(nome);
+    QList<bool> verifiche;  // una per caricamento: la connessione era aperta?
+    RegistraAzione(NomiAzioni::VerificaDistilleria,
+                   [&] { verifiche << (sessione().DbDistilleria && sessione().DbDistilleria->aperto()); });
     for (const auto& c : casi) {
         SCOPED_TRACE(c.voce);
         create.clear();
         FrmMenu::Scarica();
         FrmMenu& m = Apri();
+        EXPECT_EQ(m.windowTitle(), TitoloLungo + u" - Campagna 2005/2006"_s);
         Clic(c.voce);
         EXPECT_EQ(sessione().OperazioneCorrente, QVariant(c.codice));
         EXPECT_EQ(sessione().TitoloMaschera, c.titolo);
@@ -132,6 +123,8 @@ TEST_F(Menu, OgniVoceImpostaCodiceTitoloEApreLaSuaMascheraFigliaDelMenu)
         ASSERT_EQ(m.AreaMdi()->subWindowList().size(), 1);
         EXPECT_EQ(m.AreaMdi()->subWindowList()[0]->widget(), m.MascheraAperta(c.maschera));
     }
+    EXPECT_EQ(verifiche, QList<bool>(std::size(casi), true));
+    EXPECT_TRUE(script->messaggi.isEmpty());
 }
 
 // Ogni nome che il menu e le liste aprono è registrato con la sua apertura e
@@ -141,46 +134,24 @@ TEST_F(Menu, OgniMascheraRegistrataConLaSuaApertura)
     RegistraMaschereDelSistema();
     db();
     script->AccettaMessaggiSenzaRisposta();
-    const QStringList mdi{u"FrmSelezione"_s, u"FrmProduttori_Selezione"_s, u"frmCarico"_s, u"FrmProduttore_carico"_s,
-                          u"frmRegistroErrori"_s};
-    for (const char* nome : {"FrmSelezione", "FrmProduttori_Selezione", "frmCarico", "FrmProduttore_carico",
-                             "frmRegistroErrori", "frmInizializza", "frmAbout", "FrmHelp", "FrmDomanda",
-                             "frmCambioDomanda", "FrmSelezionaFatture", "FrmFattura", "frmBolleConsegne", "frmScarico",
-                             "Frmproduttore_Domanda", "frmProduttori_CambioDomanda", "frmProduttori_CambioUtf",
-                             "FrmProduttore_SelezionaProd", "frmProduttore_Utf", "frmProduttoriNoAssociati",
-                             "FrmProduttore", "frmProduttori_Scarico"}) {
-        SCOPED_TRACE(nome);
-        const MascheraRegistrata* m = TrovaMaschera(QString::fromLatin1(nome));
+    const QStringList mdi =
+        u"FrmSelezione FrmProduttori_Selezione frmCarico FrmProduttore_carico frmRegistroErrori"_s.split(u' ');
+    const QStringList modali = u"frmInizializza frmAbout FrmHelp FrmDomanda frmCambioDomanda FrmSelezionaFatture "
+                               "FrmFattura frmBolleConsegne frmScarico Frmproduttore_Domanda frmProduttori_CambioDomanda "
+                               "frmProduttori_CambioUtf FrmProduttore_SelezionaProd frmProduttore_Utf "
+                               "frmProduttoriNoAssociati FrmProduttore frmProduttori_Scarico"_s.split(u' ');
+    for (const QString& nome : mdi + modali) {
+        SCOPED_TRACE(nome.toStdString());
+        const MascheraRegistrata* m = TrovaMaschera(nome);
         ASSERT_NE(m, nullptr);
-        EXPECT_EQ(m->apertura, mdi.contains(QString::fromLatin1(nome)) ? Apertura::FiglioMdi : Apertura::Modale);
+        EXPECT_EQ(m->apertura, mdi.contains(nome) ? Apertura::FiglioMdi : Apertura::Modale);
         std::unique_ptr<QWidget> w(m->fabbrica(nullptr));
         ASSERT_NE(w, nullptr);
-        if (QLatin1String(nome) != QLatin1String("frmProduttori_Scarico")) {  // è il frmScarico dei conferimenti
-            EXPECT_EQ(w->objectName(), QString::fromLatin1(nome));
+        if (nome != u"frmProduttori_Scarico"_s) {  // è il frmScarico dei conferimenti
+            EXPECT_EQ(w->objectName(), nome);
         }
     }
     EXPECT_NE(TrovaAzione(NomiAzioni::StampaBolleMenu), nullptr);
-}
-
-TEST_F(Menu, UnaMascheraApertaVieneRiusataEDopoLaChiusuraRicreata)
-{
-    Finta(u"FrmSelezione"_s);
-    FrmMenu& m = Apri();
-    Clic("mnuDist_1");
-    QPointer<QWidget> prima = m.MascheraAperta(u"FrmSelezione"_s);
-    // "Fatture" con "Domande" aperta: stessa maschera, operazione cambiata sotto di lei.
-    Clic("mnuDist_2");
-    EXPECT_EQ(create[u"FrmSelezione"_s], 1);
-    EXPECT_EQ(m.MascheraAperta(u"FrmSelezione"_s), prima.data());
-    EXPECT_EQ(sessione().OperazioneCorrente, QVariant(1));
-
-    // Chiusa la maschera ("unload"), il clic successivo la ricrea.
-    m.AreaMdi()->subWindowList()[0]->close();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return prima.isNull(); }, 2000));
-    EXPECT_EQ(m.MascheraAperta(u"FrmSelezione"_s), nullptr);
-    Clic("mnuDist_1");
-    EXPECT_EQ(create[u"FrmSelezione"_s], 2);
-    EXPECT_NE(m.MascheraAperta(u"FrmSelezione"_s), nullptr);
 }
 
 TEST_F(Menu, VociSpenteDiSistemaVersioneEHelp)

@@ -54,27 +54,6 @@ TEST(Apertura, OgniFileCheNonSiApreDaIlSuoNumeroENonVieneToccato)
     EXPECT_NO_THROW(Database::Apri(consegnato, false, ConnessioneDb));
 }
 
-TEST(Apertura, FileBloccatoDaUnAltroProcessoDa3045)
-{
-    // Un altro processo (la riga di comando di sqlite3) tiene il file in esclusiva.
-    CartellaProva cartella;
-    const QString percorso = cartella.percorsoDatabase();
-    QProcess altro;
-    altro.start(u"sqlite3"_s, {percorso});
-    ASSERT_TRUE(altro.waitForStarted()) << "sqlite3 non disponibile";
-    altro.write("PRAGMA locking_mode=EXCLUSIVE;\nBEGIN EXCLUSIVE;\nSELECT 'pronto';\n");
-    QByteArray uscita;
-    while (!uscita.contains("pronto") && altro.waitForReadyRead(5000))
-        uscita += altro.readAllStandardOutput();
-    ASSERT_TRUE(uscita.contains("pronto")) << uscita.constData();
-    EXPECT_EQ(ErroreDi([&] { Database::Apri(percorso, false, ConnessioneDb); }),
-              u"3045 Impossibile utilizzare '%1': file già in uso."_s.arg(percorso));
-    altro.write("COMMIT;\n.quit\n");
-    altro.closeWriteChannel();
-    ASSERT_TRUE(altro.waitForFinished(5000));
-    EXPECT_NO_THROW(Database::Apri(percorso, false, ConnessioneDb));
-}
-
 class Operazioni : public ProvaConDatabase {};
 
 TEST_F(Operazioni, ExecuteERecordsetInAvantiConNullENomiSenzaMaiuscole)

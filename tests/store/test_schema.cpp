@@ -78,26 +78,6 @@ TEST(SchemaTesto, IstruzioniECsv)
 
 class Aggiornamento : public ProvaConDatabase {};
 
-TEST_F(Aggiornamento, SetupSostituitaDaTabSetupVuotaETabFornituraRicreata)
-{
-    // Un database della versione precedente: SETUP al posto di tab_setup.
-    db().Execute(u"DROP TABLE tab_setup"_s);
-    db().Execute(u"CREATE TABLE SETUP (VERSIONE TEXT, NOTE TEXT)"_s);
-    db().Execute(u"INSERT INTO SETUP VALUES ('0.9', 'vecchia')"_s);
-    db().Execute(u"INSERT INTO TAB_Fornitura (CAMPAGNA) VALUES ('2004')"_s);
-    ASSERT_TRUE(CreaTabSetup(db()));
-    EXPECT_FALSE(db().EsisteTabella(u"SETUP"_s));
-    EXPECT_EQ(db().ColonneTabella(u"tab_setup"_s), S("VERSIONE DATA_VERSIONE DESCRIZIONE"));
-    EXPECT_EQ(Righe(db(), u"SELECT COUNT(*) FROM tab_setup"_s), QStringList{u"0"_s});
-    CreaTabFornitura(db());
-    EXPECT_EQ(db().ColonneTabella(u"TAB_Fornitura"_s),
-              S("ID CAMPAGNA NUMERO_DOMANDE NUMERO_FATTURE DATA_FORNITURE PROGRESSIVO_FORNITURA"));
-    EXPECT_EQ(db().InserisciRiga(u"TAB_Fornitura"_s, {{u"CAMPAGNA"_s, u"2005"_s}}), 1) << "ricreata vuota";
-    // Anche senza la tabella da eliminare la ricostruzione riesce.
-    db().Execute(u"DROP TABLE TAB_Fornitura"_s);
-    EXPECT_NO_THROW(CreaTabFornitura(db()));
-}
-
 TEST_F(Aggiornamento, CampagnaSenzaLUltimoElemento)
 {
     CREA_TAB_CAMPAGNA(db(), S("2003 2004 2005"));

@@ -21,12 +21,6 @@ QString CartellaProva::percorsoDatabase() const
     return QDir(m_dir.path()).filePath(QStringLiteral("database/orvelta_2005.mdb"));
 }
 
-Database& CartellaProva::ApriSessione()
-{
-    sessione().DbDistilleria = Database::Apri(percorsoDatabase(), false, ConnessioneDb);
-    return *sessione().DbDistilleria;
-}
-
 void ProvaConDatabase::SetUp()
 {
     sessione().Azzera();
@@ -45,7 +39,7 @@ void ProvaConDatabase::TearDown()
 Database& ProvaConDatabase::db()
 {
     if (!sessione().DbDistilleria)
-        cartella->ApriSessione();
+        sessione().DbDistilleria = Database::Apri(cartella->percorsoDatabase(), false, ConnessioneDb);
     return *sessione().DbDistilleria;
 }
 

@@ -18,8 +18,6 @@ public:
     // Cartella del programma (con database/ dentro).
     QString cartella() const { return m_dir.path(); }
     QString percorsoDatabase() const;
-    // Apre il database della copia come connessione di sessione.
-    Database& ApriSessione();
 
 private:
     QTemporaryDir m_dir;

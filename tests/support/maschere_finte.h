@@ -5,17 +5,12 @@
 // azioni su una finestra modale mentre il suo exec() è in corso.
 
 #include "shell/registro_maschere.h"
+#include "support/prova.h"
 
 #include <QAbstractItemModel>
-#include <QApplication>
 #include <QDialog>
 #include <QItemSelectionModel>
-#include <QTableView>
-#include <QStringList>
-#include <QTest>
 #include <QTimer>
-#include <functional>
-#include <gtest/gtest.h>
 
 class MaschereFinte {
 public:
@@ -69,9 +64,7 @@ inline void QuandoModale(const QString& nome, std::function<void(QDialog*)> azio
             return;
         timer->stop();
         timer->deleteLater();
-        // Attiva, perché il fuoco e la validazione all'uscita dai campi funzionino.
-        d->activateWindow();
-        if (!QTest::qWaitForWindowActive(d))
+        if (!MostraAttiva(d))
             ADD_FAILURE() << "finestra non attiva: " << nome.toStdString();
         azione(d);
     });

@@ -25,7 +25,7 @@ QStringList Righe(Database& db, const QString& sql, const QVariantList& parametr
 QStringList RigheDelFile(const QString& percorso, const QString& sql);
 
 // Numero e descrizione dell'ErroreSistema sollevato da f ("13 Tipo non
-// corrispondente"), vuoto se f non ne solleva.
+// corrispondente"), vuoto se f non ne solleva; o il solo numero, 0 se non ne solleva.
 template <typename F>
 QString ErroreDi(F&& f)
 {
@@ -35,4 +35,9 @@ QString ErroreDi(F&& f)
         return QString::number(e.numero()) + QLatin1Char(' ') + e.descrizione();
     }
     return QString();
+}
+template <typename F>
+int NumeroErrore(F&& f)
+{
+    return ErroreDi(f).section(QLatin1Char(' '), 0, 0).toInt();
 }
