@@ -60,9 +60,8 @@ TEST_F(Giornata, IlCaricoChiusoNonLasciaLaCornice)
         const char *voce, *nome;
         int pulsante;  // 1 Esci, 0 Selezione con la scelta annullata
     } casi[] = {
+        // La chiusura è della base comune: ogni via una volta, ogni ramo una volta.
         {"mnuDist_11", "frmCarico", 1},
-        {"mnuDist_11", "frmCarico", 0},
-        {"mnuDistprod_11", "FrmProduttore_carico", 1},
         {"mnuDistprod_11", "FrmProduttore_carico", 0},
     };
     for (const auto& c : casi) {
