@@ -166,7 +166,6 @@ TEST_F(ProvaProduttore, ModificaPerdeCampagnaEQuantita)
 
     Apri();
     EXPECT_EQ(Campo(9)->text(), QString());
-    EXPECT_EQ(Campo(9)->maxLength(), 9);
     EXPECT_EQ(Campo(26)->text(), QStringLiteral("20"));
     EXPECT_EQ(maschera->cboProdotto[15]->currentText(), QStringLiteral("ROSSO RO"));
     Scrivi({{11, "3"}, {12, "1"}});

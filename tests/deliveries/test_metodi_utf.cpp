@@ -83,8 +83,7 @@ TEST_F(ProvaConferimenti, LegameDeiProduttori)
         {3, 2, 0, true, {"1|1", "1|2", "2|3"}},
         {3, 2, 2, true, {"1|1", "1|2"}},
         {2, 2, 2, true, {"1|1", "1|2"}},  // legame assente: nessuna riga, nessun errore
-        {1, 1, 2, true, {"1|2"}},
-        {1, 1, 5, true, {"1|2"}},  // nessuna istruzione per le altre operazioni
+        {1, 1, 5, true, {"1|1", "1|2"}},  // nessuna istruzione per le altre operazioni
     };
     for (const auto& c : casi) {
         SCOPED_TRACE(testing::Message() << c.produttore << "/" << c.utf << "/" << c.operazione);
@@ -93,7 +92,7 @@ TEST_F(ProvaConferimenti, LegameDeiProduttori)
     }
     EXPECT_TRUE(script->messaggi.isEmpty());
     // La riga del produttore resta anche senza legami.
-    EXPECT_EQ(Righe(db(), QStringLiteral("SELECT COUNT(*) FROM PRODUTTORI WHERE iD_PRODUTTORI = 1")), QStringList{"1"});
+    EXPECT_EQ(Righe(db(), QStringLiteral("SELECT COUNT(*) FROM PRODUTTORI WHERE iD_PRODUTTORI = 3")), QStringList{"1"});
 
     // Senza la tabella l'errore va nel registro con il suo settore.
     script->AccettaMessaggiSenzaRisposta();

@@ -24,14 +24,8 @@ inline void BattiEdEsci(QLineEdit* campo, const QString& testo)
     QTest::keyClick(campo, Qt::Key_Tab);
 }
 
-// Seleziona le righe della griglia (nessuna: toglie la selezione).
+// Seleziona le righe della griglia (nessuna: toglie la selezione, la corrente resta).
 inline void Seleziona(QTableView* griglia, std::initializer_list<int> righe)
 {
-    griglia->clearSelection();
-    for (int r : righe)
-        griglia->selectionModel()->select(griglia->model()->index(r, 1),
-                                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    if (righe.size() > 0)
-        griglia->selectionModel()->setCurrentIndex(griglia->model()->index(*righe.begin(), 1),
-                                                   QItemSelectionModel::NoUpdate);
+    SelezionaRighe(griglia, righe, righe.size() > 0 ? *righe.begin() : griglia->currentIndex().row(), 1);
 }

@@ -62,8 +62,8 @@ TEST_F(ProvaBolle, SommaControIlDistillato)
         QStringList quantita;
         const char* rifiuto;
     } casi[] = {
-        {"60 e 40 contro 100", {{-1, "60"}, {-1, "40"}}, {"60,0000", "40,0000"}, nullptr},
         {"la sola bolla da 60 a 100", {{-1, "60"}, {0, "100"}}, {"100,0000"}, nullptr},
+        // Le prime due passano (l'uguaglianza), la modifica della seconda no.
         {"la seconda bolla oltre", {{-1, "60"}, {-1, "40"}, {1, "40,0001"}}, {"60,0000", "40,0000"},
          "Somma inserita 100,0001 somma consentita 100,0000"},
     };

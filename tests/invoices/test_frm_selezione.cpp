@@ -67,8 +67,7 @@ RamoLista Fatture()
             {0, "00000000001", "02", false, false, -1, {u"1/02"_s}},
             {0, "1", "", false, false, -1, {}},  // il numero si cerca per intero
             {0, "", "01", false, false, -1, {u"1/01"_s, u"2/01"_s}},
-            {1, "", "9", false, false, -1, {u"1/01"_s}},  // il secondo campo è il numero di fattura
-            {1, "00000000001", " 10 ", false, false, -1, {u"1/01"_s}},
+            {1, "00000000001", " 10 ", false, false, -1, {u"1/01"_s}},  // il secondo campo è il numero di fattura
             {0, "00000000002", "01", true, true, -1, {u"1/02"_s, u"3/02"_s}},  // entrambe spuntate: il numero cade
             {0, "", "", true, false, -1, {u"1/01"_s, u"1/02"_s, u"3/02"_s}},
             {0, "", "", false, true, -1, {u"1/02"_s, u"3/02"_s}},

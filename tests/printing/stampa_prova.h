@@ -28,6 +28,8 @@ protected:
     qint64 DomandaDistillatore(const QString& numero, const Campi& altri = {});
     qint64 Certificato(qint64 domanda, const QString& numero, const Campi& altri = {});
     qint64 Produttore(qint64 certificato, const QString& cf, const QString& nome, const Campi& altri = {});
+    // Le righe del registro degli errori, "etichetta|codice".
+    QStringList Log() { return Righe(db(), QStringLiteral("SELECT DESC_APPL || '|' || CODI_ERRO FROM LOGERR")); }
     // Pagine dell'ultima anteprima.
     QStringList UltimaAnteprima();
 };

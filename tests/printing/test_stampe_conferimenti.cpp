@@ -39,7 +39,6 @@ protected:
         riga = {1, u"00000000077"_s, u"000000011"_s, QString::number(idDomanda), u"2005"_s, Didascalia};
     }
     QString Stam() { return Righe(db(), u"SELECT STAM FROM DOMANDE_PRODUTTORI WHERE ID_DOMANDA_PRODUTTORE = ?"_s, {idDomanda}).value(0); }
-    QStringList Log() { return Righe(db(), u"SELECT DESC_APPL || '|' || CODI_ERRO FROM LOGERR"_s); }
     qint64 idDomanda = 0;
     RigaStampaConferimenti riga;
 };

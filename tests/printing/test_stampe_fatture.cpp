@@ -45,7 +45,6 @@ protected:
         return esito;
     }
     QString Stam(qint64 id) { return Righe(db(), u"SELECT STAM FROM DOMANDE WHERE ID_DOMANDA = ?"_s, {id}).value(0); }
-    QStringList Log() { return Righe(db(), u"SELECT DESC_APPL || '|' || CODI_ERRO FROM LOGERR"_s); }
     qint64 DomandaConTreFatture()
     {
         const qint64 d = Domanda(u"00000000042"_s, u"01"_s);
