@@ -7,6 +7,7 @@
 #include "interchange/FrmProduttore_carico.h"
 
 #include "fornitura_conferimenti_prova.h"
+#include "record_prova.h"
 #include "shell/registro_maschere.h"
 
 #include <QPointer>
@@ -67,9 +68,7 @@ protected:
     QString Scrivi(const QByteArray& contenuto)
     {
         const QString percorso = QDir(cartella->cartella()).filePath(QStringLiteral("arrivo/ART29CONF2005.txt"));
-        QFile f(percorso);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(contenuto);
+        ScriviByte(percorso, contenuto);
         return percorso;
     }
     QString Programma(const QString& nome) const { return QDir(cartella->cartella()).filePath(nome); }

@@ -73,13 +73,9 @@ protected:
     Scarico scarico;
 };
 
-TEST_F(TracciatoConferimentiUscita, TestataECertificato)
+// La testata è nel file dello scarico.
+TEST_F(TracciatoConferimentiUscita, Certificato)
 {
-    const QString testata = QStringLiteral("0") + QString(30, '0') + "2005/2006" + "0007" + "20060315" +
-                            Sx("DISTILLERIA BOSCO SPA", 70) + "01234567890     " + "10" + "29" + Bianchi(158);
-    ASSERT_EQ(LunghezzaRecord, testata.size());
-    EXPECT_TRUE(RecordUguale(testata, scarico.TRACCIATO_0()));
-
     ASSERT_EQ(LunghezzaRecord, Certificato{}.riga().size());
     EXPECT_TRUE(RecordUguale(Certificato{}.riga(), scarico.TRACCIATO_1(CertificatoTipico())));
     // Senza sigla né data; numero e quantità troppo lunghi tagliati.
