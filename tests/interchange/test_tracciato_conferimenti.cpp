@@ -140,50 +140,30 @@ TEST_F(TracciatoConferimentiUscita, Coda)
 // Le righe in entrata sono quelle delle forniture di prova.
 namespace C = ConferimentiProva;
 
-// I campi letti, uniti da "|", per confrontare un record letto per intero.
-QString Letto(const UtfSelezionato& u)
-{
-    return QStringList{u.NUMERO_CERTIFICATO_UTF, u.SIGLA_UFFICIO_UTF_PROVINCIA, u.ISTAT_UFFICIO_UTF_PROVINCIA,
-                       u.DESCR_UFFICIO_UTF_PROVINCIA, u.DATA_EMISSIONE_CERTIFICATO, u.QTA_TOT_VINO_LAVORATO,
-                       u.QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, u.QTA_TOT_ALCOLE_GREZZO_OTTENUTO, u.QTA_TOT_ACQUAVITE_OTTENUTO,
-                       u.QTA_TOT_ETTOGRADI_VINO_LAVORATO, u.QUADRATURA,
-                       QString::number(u.iD_UTF) + QString::number(u.iD_DOMANDA)}
-        .join('|');
-}
-
-// I campi che il record non porta sono in fondo, uniti.
-QString Letto(const ProduttoreSelezionato& p)
-{
-    return QStringList{p.CODI_FISC, p.DENOMINAZIONE, p.CODICE_CONTRATTO_DISTILLAZIONE,
-                       p.QTA_VINO_EFFETIVAMENTE_DISTILLATA, p.TITOLO_ALCOLOMETRICO_FATTURATO, p.ETTOGRADI,
-                       p.QTA_ALCOLE_NEUTRO, p.QTA_ALCOLE_GREZZO, p.QTA_ACQUAVITE, p.AIUTO_ALCOLE_NEUTRO,
-                       p.AIUTO_ALCOLE_GREZZO, p.AIUTO_ACQUAVITE, p.IMPORTO_DETRAIBILE, p.iD_COLORE, p.TOTALE_AIUTO,
-                       p.APPROVAZIONE_ANTICIPATA, p.PERC_APPROVAZIONE_ANTICIPATA,
-                       p.CAMPAGNA_PRESCELTA + p.QTA_MAX_DISTILLABILE + p.QTA_VINO_DISTILLATA_AIUTO + p.CODI_COLORE}
-        .join('|');
-}
-
-// Tipo_2 e Tipo_3 cercano provincia e colore nel database della sessione (i
-// record interi si provano col carico).
+// Tipo_2 e Tipo_3 cercano provincia e colore nel database della sessione. I
+// record interi, e provincia e colore sconosciuti, si provano col carico; qui
+// i campi bianchi e il flag diverso da "S".
 class TracciatoConferimentiDatabase : public ProvaConDatabase {};
 
-TEST_F(TracciatoConferimentiDatabase, ProvinciaEColoreSconosciutiLascianoICampiVuoti)
+TEST_F(TracciatoConferimentiDatabase, CampiBianchi)
 {
     db();
-    QString produttore = C::R3("RSSMRA70A01L219X", "ROSSI MARIO", "XX");
+    QString produttore = C::R3("RSSMRA70A01L219X", "ROSSI MARIO");
     produttore.replace(263, 4, QStringLiteral("N5  "));  // flag non "S", percentuale con spazi
-    QString certificato = C::R2("999", "ZZ");
+    QString certificato = C::R2("999");
     certificato.replace(23, 8, Bianchi(8));   // data bianca
     certificato.replace(64, 11, Bianchi(11));  // acquavite bianca, anche la parte intera
     Carico c;
     for (const QString& r : {C::R1("00000004711"), certificato, produttore})
         c.LeggiRiga(r);
     // Nessuna testata letta: QUADRATURA vuota.
-    EXPECT_EQ("999      |ZZ|||" + Bianchi(10) + "|300,5000|20,2500|10,0000|0,    |3300,0000||00",
-              Letto(c.Domande[1].Certificati[1].Utf));
-    EXPECT_EQ("RSSMRA70A01L219X|" + Sx("ROSSI MARIO", 70) +
-                  "|00000004711|100,5000|11,0000|1105,5000|10,0000|5,0000|0,0000|188,40|87,55|0,00|1,00||274,95||5  |",
-              Letto(c.Domande[1].Certificati[1].Produttori[1]));
+    const UtfSelezionato& u = c.Domande[1].Certificati[1].Utf;
+    EXPECT_EQ(Bianchi(10) + "|0,    |3300,0000|",
+              QStringList({u.DATA_EMISSIONE_CERTIFICATO, u.QTA_TOT_ACQUAVITE_OTTENUTO,
+                           u.QTA_TOT_ETTOGRADI_VINO_LAVORATO, u.QUADRATURA})
+                  .join('|'));
+    const ProduttoreSelezionato& p = c.Domande[1].Certificati[1].Produttori[1];
+    EXPECT_EQ("|5  |2", QStringList({p.APPROVAZIONE_ANTICIPATA, p.PERC_APPROVAZIONE_ANTICIPATA, p.iD_COLORE}).join('|'));
 }
 
 // Ogni certificato ha i suoi produttori: nulla si perde se i record si
