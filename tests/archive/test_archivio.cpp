@@ -1,19 +1,11 @@
 // Salvataggio e ripristino dal menu: andata e ritorno, rinunce, cartelle
 // sbagliate o protette, archivi estranei o maligni che non cambiano nulla,
-// un'altra distilleria a video.
+// un'altra distilleria nella sessione.
 #include "archive/Archivio.h"
 #include "archivio_prova.h"
-#include "shell/frmInizializza.h"
-#include "shell/registra_distilleria.h"
 
-#include <QAction>
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QLineEdit>
-#include <QProcess>
-#include <QRegularExpression>
-#include <QThread>
 #include <zip.h>
 
 namespace {
@@ -92,6 +84,7 @@ TEST_F(Archivio, IlRipristinoRiportaLeRigheSalvateAncheDellUltimaTransazione)
 
     db().Execute(u"DELETE FROM LOGERR WHERE DESC_APPL = 'ultima'"_s);
     Distilleria(u"Cantina Due"_s, db());
+    sessione().DbDistilleria.reset();  // anche senza connessione aperta
     EXPECT_EQ(Menu(1, {dest + u"/"_s}), Messaggi{Riuscito});
     EXPECT_EQ(script->titoliCartella.last(), u"Selezionare il percorso dove recuperare il file: '' orvelta_2005.bkp''."_s);
     EXPECT_EQ(Dati(), prima);
@@ -208,23 +201,6 @@ TEST_F(Archivio, ArchiviEstraneiOMaligniNonCambianoNulla)
         EXPECT_EQ(QDir(cartella->cartella()).entryList().join(u'|').toUtf8(), fileProgramma);
         EXPECT_FALSE(QFileInfo::exists(u"/etc/x"_s));
     }
-}
-
-TEST_F(Archivio, IlRipristinoPortaAVideoUnAltraDistilleria)
-{
-    const QString dest = Cartella(u"altra"_s);
-    ArchivioDi(u"Distilleria Forestiera"_s, dest);
-    Distilleria(u"Cantina Uno"_s, db());
-    sessione().DbDistilleria.reset();
-    AnnullaRegistrazioni();
-    RegistraMaschereDistilleria();
-    FrmMenu::Carica().show();
-    script->cartelle << dest;
-    script->messaggi.clear();
-    FrmMenu::Istanza()->findChild<QAction*>(u"mnuAr_1"_s)->trigger();
-    EXPECT_EQ(script->messaggi, Messaggi{Riuscito});
-    frmInizializza schermata;
-    EXPECT_EQ(schermata.TxtDISTDati(2)->text(), u"Distilleria Forestiera"_s);
 }
 
 }  // namespace

@@ -85,9 +85,6 @@ inline QByteArray File(const QStringList& righe)
     return byte;
 }
 
-}  // namespace ConferimentiProva
-
-namespace ConferimentiProva {
 
 // Una fornitura grande: domande x certificati x produttori.
 inline QStringList FornituraGrande(int domande, int certificati, int produttori)

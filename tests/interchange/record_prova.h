@@ -23,6 +23,14 @@ inline QString Sx(const QString& testo, int larghezza)
 
 inline QString Bianchi(int n) { return QString(n, QLatin1Char(' ')); }
 
+// Il file scritto da capo con i byte dati.
+inline void ScriviByte(const QString& percorso, const QByteArray& dati = "x")
+{
+    QFile f(percorso);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate)) << percorso;
+    f.write(dati);
+}
+
 // Confronto di due record carattere per carattere: in caso di differenza dice
 // la prima posizione (da 1) e le due righe.
 inline ::testing::AssertionResult RecordUguale(const QString& atteso, const QString& ottenuto)

@@ -36,12 +36,6 @@ protected:
     {
         return QDir(cartella).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     }
-    static void Scrivi(const QString& percorso, const QByteArray& dati = "x")
-    {
-        QFile f(percorso);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(dati);
-    }
     // Le righe del file, ognuna chiusa da CR LF.
     static QStringList LeggiRighe(const QString& percorso)
     {

@@ -17,12 +17,6 @@ protected:
         EXPECT_TRUE(f.open(QIODevice::ReadOnly)) << nome.toStdString();
         return f.readAll();
     }
-    void Scrivi(const QString& nome, const QByteArray& byte) const
-    {
-        QFile f(Percorso(nome));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(byte);
-    }
 };
 
 // Una lettera accentata è un carattere e un byte: le righe restano di 260 e
@@ -82,7 +76,7 @@ TEST(CodificaRiga, PaginaWindows1252)
 TEST_F(FileFornitura, FineRigaComeLineInputEdErrori)
 {
     // CR LF, CR da solo, LF da solo (resta nella riga), riga vuota, ultima senza fine riga.
-    Scrivi("righe.txt", "uno\r\ndue\rtre\nquattro\r\n\r\ncinque");
+    ScriviByte(Percorso("righe.txt"), "uno\r\ndue\rtre\nquattro\r\n\r\ncinque");
     LetturaFornitura lettura(Percorso("righe.txt"));
     QStringList righe;
     while (!lettura.eof())

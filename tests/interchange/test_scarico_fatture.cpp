@@ -119,10 +119,7 @@ TEST_F(ScaricoFatture, DomandaSenzaFattureDaTestataECoda)
 {
     SeminaDomanda(false);
     // Il file di lavoro rimasto da prima si riscrive da capo.
-    QFile vecchio(Temporaneo());
-    ASSERT_TRUE(vecchio.open(QIODevice::WriteOnly));
-    vecchio.write(QByteArray(1000, 'x'));
-    vecchio.close();
+    ScriviByte(Temporaneo(), QByteArray(1000, 'x'));
     ASSERT_TRUE(ScaricaDomanda(destinazione));
     EXPECT_EQ(QStringList({Testata("0001"), "9" + QString(16, '9') + "000000" "000000" + Bianchi(231)}),
               LeggiRighe(Finale()));
@@ -135,7 +132,7 @@ TEST_F(ScaricoFatture, SulDischettoSvuotatoPrimaDellaCopia)
     // Si tolgono i soli file visibili in cima: cartelle e file nascosti restano.
     QDir().mkpath(sessione().CartellaFloppy + "/foto");
     for (const char* nome : {"vecchio.txt", ".nascosto"})
-        Scrivi(QDir(sessione().CartellaFloppy).filePath(nome));
+        ScriviByte(QDir(sessione().CartellaFloppy).filePath(nome));
     script->Rispondi(RispostaMsg::OK);
     // "A:\" perde la barra e diventa il punto di montaggio del dischetto.
     ASSERT_TRUE(ScaricaDomanda("a:\\"));
@@ -182,7 +179,7 @@ TEST_F(ScaricoFatture, Guasti)
         return [this, floppy]() -> std::optional<QString> {
             const QString dove = floppy ? sessione().CartellaFloppy : destinazione;
             QDir().mkpath(dove);
-            Scrivi(QDir(dove).filePath("vecchio.txt"));
+            ScriviByte(QDir(dove).filePath("vecchio.txt"));
             blocco.emplace(dove);
             return ScritturaNegata(dove) ? std::optional(dove) : std::nullopt;
         };
@@ -229,8 +226,8 @@ TEST_F(ScaricoFatture, Guasti)
          "0 N0", {"vecchio.txt"}},
         {"copia provvisoria di uno scarico interrotto",
          [this] {
-             Scrivi(QDir(destinazione).filePath("vecchio.txt"));
-             Scrivi(QDir(destinazione).filePath("KelvarFAT.007.nuovo"), "a met");
+             ScriviByte(QDir(destinazione).filePath("vecchio.txt"));
+             ScriviByte(QDir(destinazione).filePath("KelvarFAT.007.nuovo"), "a met");
              return std::optional(destinazione);
          },
          {}, {}, true, false, "1 S1", {"KelvarFAT.001", "vecchio.txt"}},

@@ -2,6 +2,7 @@
 // per carattere, in uscita e in entrata (con le ricerche nel database).
 
 #include "interchange/TracciatoConferimenti.h"
+#include "fornitura_conferimenti_prova.h"
 #include "record_prova.h"
 
 #include <tuple>
@@ -32,7 +33,7 @@ RigaValori ProduttoreTipico()
                       {"APPROVAZIONE_ANTICIPATA", "S"},        {"PERC_APPROVAZIONE_ANTICIPATA", "50"}};
 }
 
-// Il certificato tipico: record 1 in uscita, 2 in entrata alle stesse posizioni.
+// Il certificato tipico, record 1 in uscita.
 struct Certificato {
     QString tipo = "1", domanda = "4711       ", numero = "12345    ", sigla = "AT", data = "20051105",
             vino = "00010005000", neutro = "00000502500", grezzo = QString(11, '0'), acquavite = QString(11, '0'),
@@ -43,8 +44,8 @@ struct Certificato {
     }
 };
 
-// Il produttore tipico: record 2 in uscita, 3 in entrata, uguali fino alla
-// posizione 246. I decimali oltre il quarto sono tagliati (10,12345).
+// Il produttore tipico, record 2 in uscita. I decimali oltre il quarto sono
+// tagliati (10,12345).
 struct Produttore {
     QString tipo = "2", domanda = "       4711", certificato = "12345    AT20051105", cf = "BNCGPP60B02A479X",
             nome = Sx("BIANCO GIUSEPPE", 70), contratto = "00000000123", vino = "00000805000", titolo = "115000",
@@ -73,13 +74,9 @@ protected:
     Scarico scarico;
 };
 
-TEST_F(TracciatoConferimentiUscita, TestataECertificato)
+// La testata è nel file dello scarico.
+TEST_F(TracciatoConferimentiUscita, Certificato)
 {
-    const QString testata = QStringLiteral("0") + QString(30, '0') + "2005/2006" + "0007" + "20060315" +
-                            Sx("DISTILLERIA BOSCO SPA", 70) + "01234567890     " + "10" + "29" + Bianchi(158);
-    ASSERT_EQ(LunghezzaRecord, testata.size());
-    EXPECT_TRUE(RecordUguale(testata, scarico.TRACCIATO_0()));
-
     ASSERT_EQ(LunghezzaRecord, Certificato{}.riga().size());
     EXPECT_TRUE(RecordUguale(Certificato{}.riga(), scarico.TRACCIATO_1(CertificatoTipico())));
     // Senza sigla né data; numero e quantità troppo lunghi tagliati.
@@ -140,72 +137,33 @@ TEST_F(TracciatoConferimentiUscita, Coda)
 
 // ------------------------------------------------------------- in entrata
 
-const QString Entrata0 = QStringLiteral("0") + QString(30, '0') + "2005/2006" + "0003" + "20060315" +
-                         Sx("DISTILLERIA BOSCO SPA", 70) + "01234567890     " + "10" + "29" + "1" + Bianchi(157);
+// Le righe in entrata sono quelle delle forniture di prova.
+namespace C = ConferimentiProva;
 
-QString Entrata1(const QString& domanda)
-{
-    return QStringLiteral("1") + domanda + "29" + "000000000500" + "50" + Bianchi(272);
-}
-
-// Il certificato tipico come record 2, senza acquavite (parte intera bianca).
-QString Entrata2(const QString& numero, const QString& sigla)
-{
-    return Certificato{.tipo = "2", .domanda = "00000004711", .numero = Sx(numero, 9), .sigla = sigla,
-                       .acquavite = Bianchi(11)}
-        .riga();
-}
-
-// Il produttore tipico come record 3, col codice del colore e il totale.
-QString Entrata3(const QString& nome, const QString& colore)
-{
-    return Produttore{.tipo = "3", .nome = Sx(nome, 70), .coda = colore + "000000000016250" + "S" + "050" + Bianchi(33)}
-        .riga();
-}
-
-// I campi letti, uniti da "|", per confrontare un record letto per intero.
-QString Letto(const UtfSelezionato& u)
-{
-    return QStringList{u.NUMERO_CERTIFICATO_UTF, u.SIGLA_UFFICIO_UTF_PROVINCIA, u.ISTAT_UFFICIO_UTF_PROVINCIA,
-                       u.DESCR_UFFICIO_UTF_PROVINCIA, u.DATA_EMISSIONE_CERTIFICATO, u.QTA_TOT_VINO_LAVORATO,
-                       u.QTA_TOT_ALCOLE_NEUTRO_OTTENUTO, u.QTA_TOT_ALCOLE_GREZZO_OTTENUTO, u.QTA_TOT_ACQUAVITE_OTTENUTO,
-                       u.QTA_TOT_ETTOGRADI_VINO_LAVORATO, u.QUADRATURA,
-                       QString::number(u.iD_UTF) + QString::number(u.iD_DOMANDA)}
-        .join('|');
-}
-
-// I campi che il record non porta sono in fondo, uniti.
-QString Letto(const ProduttoreSelezionato& p)
-{
-    return QStringList{p.CODI_FISC, p.DENOMINAZIONE, p.CODICE_CONTRATTO_DISTILLAZIONE,
-                       p.QTA_VINO_EFFETIVAMENTE_DISTILLATA, p.TITOLO_ALCOLOMETRICO_FATTURATO, p.ETTOGRADI,
-                       p.QTA_ALCOLE_NEUTRO, p.QTA_ALCOLE_GREZZO, p.QTA_ACQUAVITE, p.AIUTO_ALCOLE_NEUTRO,
-                       p.AIUTO_ALCOLE_GREZZO, p.AIUTO_ACQUAVITE, p.IMPORTO_DETRAIBILE, p.iD_COLORE, p.TOTALE_AIUTO,
-                       p.APPROVAZIONE_ANTICIPATA, p.PERC_APPROVAZIONE_ANTICIPATA,
-                       p.CAMPAGNA_PRESCELTA + p.QTA_MAX_DISTILLABILE + p.QTA_VINO_DISTILLATA_AIUTO + p.CODI_COLORE}
-        .join('|');
-}
-
-// Tipo_2 e Tipo_3 cercano provincia e colore nel database della sessione (i
-// record interi si provano col carico).
+// Tipo_2 e Tipo_3 cercano provincia e colore nel database della sessione. I
+// record interi, e provincia e colore sconosciuti, si provano col carico; qui
+// i campi bianchi e il flag diverso da "S".
 class TracciatoConferimentiDatabase : public ProvaConDatabase {};
 
-TEST_F(TracciatoConferimentiDatabase, ProvinciaEColoreSconosciutiLascianoICampiVuoti)
+TEST_F(TracciatoConferimentiDatabase, CampiBianchi)
 {
     db();
-    QString produttore = Entrata3("ROSSI MARIO", "XX");
+    QString produttore = C::R3("RSSMRA70A01L219X", "ROSSI MARIO");
     produttore.replace(263, 4, QStringLiteral("N5  "));  // flag non "S", percentuale con spazi
-    QString certificato = Entrata2("999", "ZZ");
-    certificato.replace(23, 8, Bianchi(8));  // data bianca
+    QString certificato = C::R2("999");
+    certificato.replace(23, 8, Bianchi(8));   // data bianca
+    certificato.replace(64, 11, Bianchi(11));  // acquavite bianca, anche la parte intera
     Carico c;
-    for (const QString& r : {Entrata1("00000004711"), certificato, produttore})
+    for (const QString& r : {C::R1("00000004711"), certificato, produttore})
         c.LeggiRiga(r);
     // Nessuna testata letta: QUADRATURA vuota.
-    EXPECT_EQ("999      |ZZ|||" + Bianchi(10) + "|1000,5000|50,2500|0,0000|0,    |12506,2500||00",
-              Letto(c.Domande[1].Certificati[1].Utf));
-    EXPECT_EQ("BNCGPP60B02A479X|" + Sx("ROSSI MARIO", 70) +
-                  "|00000000123|80,5000|11,5000|925,7500|10,1234|0,0000|0,0000|150,50|0,00|0,00|12,00||162,50||5  |",
-              Letto(c.Domande[1].Certificati[1].Produttori[1]));
+    const UtfSelezionato& u = c.Domande[1].Certificati[1].Utf;
+    EXPECT_EQ(Bianchi(10) + "|0,    |3300,0000|",
+              QStringList({u.DATA_EMISSIONE_CERTIFICATO, u.QTA_TOT_ACQUAVITE_OTTENUTO,
+                           u.QTA_TOT_ETTOGRADI_VINO_LAVORATO, u.QUADRATURA})
+                  .join('|'));
+    const ProduttoreSelezionato& p = c.Domande[1].Certificati[1].Produttori[1];
+    EXPECT_EQ("|5  |2", QStringList({p.APPROVAZIONE_ANTICIPATA, p.PERC_APPROVAZIONE_ANTICIPATA, p.iD_COLORE}).join('|'));
 }
 
 // Ogni certificato ha i suoi produttori: nulla si perde se i record si
@@ -214,14 +172,12 @@ TEST_F(TracciatoConferimentiDatabase, ProvinciaEColoreSconosciutiLascianoICampiV
 TEST_F(TracciatoConferimentiDatabase, AnnidamentoDelleRighe)
 {
     db();
-    QString testata = Entrata0;
-    testata[142] = QLatin1Char(' ');
-    QString cinque = Entrata2("C9", "AT");
+    QString cinque = C::R2("C9");
     cinque[0] = QLatin1Char('5');
-    const QStringList righe = {testata, Entrata1("00000004711"), Entrata2("C1", "AT"), Entrata3("P1", "BI"),
-                               Entrata3("P2", "RO"), InizioCoda + "000001000001", cinque, Entrata2("C2", "AT"),
-                               Entrata3("P3", "RS"), Entrata1("00000004712"), Entrata2("C3", "CN"),
-                               Entrata3("P4", "RO")};
+    const auto p = [](const char* nome, const char* colore) { return C::R3(QString(), nome, colore); };
+    const QStringList righe = {C::R0("0003", " "), C::R1("00000004711"), C::R2("C1"), p("P1", "BI"), p("P2", "RO"),
+                               C::R9(), cinque, C::R2("C2"), p("P3", "RS"), C::R1("00000004712"),
+                               C::R2("C3", "CN"), p("P4", "RO")};
     Carico c;
     QString tipi;
     for (const QString& r : righe)
@@ -240,7 +196,7 @@ TEST_F(TracciatoConferimentiDatabase, AnnidamentoDelleRighe)
         }
         domande << certificati.join(' ');
     }
-    EXPECT_EQ("C1/0/ASTI(P1:1 P2:2) C2/0/ASTI(P3:3) | C3/0/CUNEO(P4:2)", domande.join(" | "));
+    EXPECT_EQ("C1/0/TORINO(P1:1 P2:2) C2/0/TORINO(P3:3) | C3/0/CUNEO(P4:2)", domande.join(" | "));
 }
 
 }  // namespace

@@ -2,11 +2,13 @@
 // carattere, in uscita e in entrata.
 
 #include "interchange/TracciatoFatture.h"
+#include "fornitura_prova.h"
 #include "record_prova.h"
 
 #include <tuple>
 
 using namespace TracciatoFatture;
+using namespace FornituraProva;
 
 namespace {
 
@@ -74,12 +76,8 @@ protected:
 
 TEST_F(TracciatoFattureUscita, Testata)
 {
-    const QString atteso = QStringLiteral("0") + QString(16, '0') + "2005/2006" + "0007" + "20060315" +
-                           Sx("DISTILLERIA BOSCO SPA", 50) + Sx("VIA ROMA 12 ASTI", 30) + "03" + "29" + Bianchi(138);
-    ASSERT_EQ(LunghezzaRecord, atteso.size());
-    EXPECT_TRUE(RecordUguale(atteso, scarico.TRACCIATO_0()));
-
-    // Senza numero di scarico; ragione sociale di 57 caratteri tagliata a 50.
+    // La testata tipica è nel file dello scarico. Qui: senza numero di
+    // scarico, ragione sociale di 57 caratteri tagliata a 50.
     scarico.NumeroScarico.clear();
     sessione().DistilleriaDati.RAGI_SOCI = QStringLiteral("DISTILLERIA DEI FRATELLI BOSCO E FIGLI SOCIETA PER AZIONI");
     sessione().DomandaSel.ID_VARIETA = QStringLiteral("12");
@@ -93,11 +91,9 @@ TEST_F(TracciatoFattureUscita, Testata)
 TEST_F(TracciatoFattureUscita, Fattura)
 {
     ASSERT_EQ(LunghezzaRecord, Uscita1{}.riga().size());
-    // Colonne cambiate nella fattura tipica, record atteso.
+    // Colonne cambiate nella fattura tipica, record atteso (la tipica e la
+    // domanda di nove cifre sono nel file dello scarico).
     const std::tuple<const char*, QList<QPair<QString, QString>>, Uscita1> casi[] = {
-        {"tipica", {}, {}},
-        // Zeri a destra di un numero corto, voluto: 9 cifre e poi "00".
-        {"domanda di nove cifre", {{"DOMANDA", "123456789"}}, {.domanda = "12345678900"}},
         {"nome e numero tagliati",
          {{"DENOMINAZIONE", "AZIENDA AGRICOLA VITIVINICOLA DEI COLLI ASTIGIANI E DEL MONFERRATO CASALESE SOC. COOP."},
           {"NUME_FATT", "2006/000125-BIS-A"}, {"CODI_FISC", "01987650044"}},
@@ -151,25 +147,6 @@ TEST_F(TracciatoFattureUscita, BollaECoda)
 
 // ------------------------------------------------------------- in entrata
 
-QString Entrata1(const QString& domanda)
-{
-    return QStringLiteral("1") + domanda + "01" + "29" + "ANE" + Bianchi(241);
-}
-
-QString Entrata2(const QString& numero)
-{
-    return QStringLiteral("2") + "00000012345" + "01" + Sx(numero, 15) + "RSSMRA70A01H501S" +
-           Sx("CANTINA SOCIALE DI CANELLI", 50) + "15/03/2006" + "0001500" + "0000" + "12" + "5000" + "0002" +
-           "4500" + "000000003675" + "00" + "000000000735" + "00" + "000000004410" + "00" + "20/04/2006" +
-           "0001480" + "0000" + "VDT" + Bianchi(64);
-}
-
-QString Entrata3(const QString& bolla)
-{
-    return QStringLiteral("3") + "00000012345" + "01" + "125            " + "RSSMRA70A01H501S" + Sx(bolla, 20) +
-           "02/03/2006" + "0000750" + "0000" + Bianchi(10) + "12" + "5000" + Bianchi(158);
-}
-
 // I campi letti, uniti da "|", per confrontare un record letto per intero.
 QString Letta(const FatturaCarico& f)
 {
@@ -185,8 +162,8 @@ QString Letta(const FatturaCarico& f)
 TEST(TracciatoFattureEntrata, ImportiSpezzati)
 {
     Carico c;
-    c.LeggiRiga(Entrata1("00000012345"));
-    QString r = Entrata2("125");
+    c.LeggiRiga(R1("00000012345"));
+    QString r = R2("00000012345", "125");
     r.replace(105, 11, QStringLiteral("       0500"));
     r.replace(116, 6, QStringLiteral("09 5  "));
     r.replace(122, 8, QStringLiteral("0002    "));
@@ -214,15 +191,15 @@ TEST(TracciatoFattureEntrata, AnnidamentoDelleRighe)
     };
     const auto riga = [](const QString& t) {
         if (t.isEmpty() || t == "1")
-            return t.isEmpty() ? QString() : Entrata1("00000054321");
-        QString r = t.startsWith('3') ? Entrata3(t.mid(1)) : Entrata2(t.mid(1));
+            return t.isEmpty() ? QString() : R1("00000054321");
+        QString r = t.startsWith('3') ? R3("00000012345", "125", t.mid(1)) : R2("00000012345", t.mid(1));
         r[0] = t[0];  // "9" e "5X": tipi sconosciuti
         return r;
     };
     for (const auto& [righe, attesoFatture, attesoBolle] : casi) {
         SCOPED_TRACE(righe.join(' ').toStdString());
         Carico carico;
-        carico.LeggiRiga(Entrata1("00000012345"));
+        carico.LeggiRiga(R1("00000012345"));
         for (const QString& t : righe) {
             const int tipo = t.isEmpty() ? -1 : t.at(0).digitValue();
             EXPECT_EQ(tipo <= 3 ? tipo : -1, carico.LeggiRiga(riga(t))) << t;
