@@ -58,7 +58,7 @@ QStringList FornituraBuona()
             R3("00000000001", "F2", "B2", "04/03/2006"),
             R3("00000000001", "F2", "B3", "05/03/2006"),
             R1("00000000002", "ACQ"),
-            R2("00000000002", "G1"),
+            R2("00000000002", "G1", "VDT", "CANTINA DI SANTO STEFANO SOCIETÀ COOPERATIVA"),
             R3("00000000002", "G1", "B4"),
             Riga("9999")};
 }
@@ -71,11 +71,16 @@ TEST_F(CaricoFatture, FornituraBuonaESecondoCaricoRifiutato)
     EXPECT_EQ(QStringList({"00000000001|01|29|2|N|N|0|2005", "00000000002|01|29|3|N|N|0|2005"}),
               Righe(db(), "SELECT DOMANDA, PROGRESSIVO, TIPO_ARTICOLO, ID_VARIETA, STAM, SCAR, PROG_INVIO, DATA_CAMP"
                           " FROM DOMANDE ORDER BY ID_DOMANDA"));
-    const QString resto = "|RSSMRA70A01H501S|" + Sx("CANTINA SOCIALE DI CANELLI", 50) +
-                          "|15/03/2006|1500,0000|12,5000|2,4500|3675,00|735,00|4410,00|20/04/2006|";
-    EXPECT_EQ(QStringList({"00000000001|1|" + Sx("F1", 15) + resto + "01/03/2006|1480,0000",
-                           "00000000001|2|" + Sx("F2", 15) + resto + "04/03/2006|1480,0000",
-                           "00000000002|1|" + Sx("G1", 15) + resto + "02/03/2006|1480,0000"}),
+    // Un nome con una lettera accentata passa per intero, come ogni altro.
+    const auto resto = [](const QString& nome) {
+        return "|RSSMRA70A01H501S|" + Sx(nome, 50) +
+               "|15/03/2006|1500,0000|12,5000|2,4500|3675,00|735,00|4410,00|20/04/2006|";
+    };
+    const QString canelli = resto("CANTINA SOCIALE DI CANELLI");
+    EXPECT_EQ(QStringList({"00000000001|1|" + Sx("F1", 15) + canelli + "01/03/2006|1480,0000",
+                           "00000000001|2|" + Sx("F2", 15) + canelli + "04/03/2006|1480,0000",
+                           "00000000002|1|" + Sx("G1", 15) + resto("CANTINA DI SANTO STEFANO SOCIETÀ COOPERATIVA") +
+                               "02/03/2006|1480,0000"}),
               Righe(db(), "SELECT DOMANDA, ID_LAVORAZIONE, NUME_FATT, CODI_FISC, DENOMINAZIONE, DATA_FATT, QTA_PROD,"
                           " GRAD, PREZ_MINI, IMPO, IVA, IMPO_TOTA, DATA_PAGA, DATA_COMP, QTA_LAVO"
                           " FROM FATTURE JOIN DOMANDE USING (ID_DOMANDA) ORDER BY ID_FATTURA"));
