@@ -378,16 +378,6 @@ Database::Istruzione& Database::Preparata(const QString& sql)
     return *ist;
 }
 
-namespace {
-std::function<bool()>& terminaLetture()
-{
-    static std::function<bool()> f;
-    return f;
-}
-}  // namespace
-
-void Database::ImpostaTerminaLetture(std::function<bool()> funzione) { terminaLetture() = std::move(funzione); }
-
 int Database::Execute(const QString& sql, const QVariantList& parametri)
 {
     Istruzione& ist = Preparata(sql);
@@ -413,9 +403,6 @@ int Database::Execute(const QString& sql, const QVariantList& parametri)
         sqlite3_clear_bindings(st);
         // Dopo un errore (schema cambiato, tabella eliminata) si riprepara.
         m_preparate.remove(sql);
-        // Bloccata da una lettura ancora aperta di una griglia: la si termina e si ritenta.
-        if ((errore.nativeErrorCode().toInt() & 0xff) == SQLITE_LOCKED && terminaLetture() && terminaLetture()())
-            return Execute(sql, parametri);
         throw Traduci(errore, sql);
     }
     m_righeToccate = st ? std::max(0, sqlite3_changes(db)) : 0;

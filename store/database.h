@@ -127,13 +127,6 @@ public:
     // La connessione Qt sottostante.
     QSqlDatabase connessione() const;
 
-    // Le griglie tengono aperta la loro lettura finché non hanno letto tutte
-    // le righe, e SQLite rifiuta allora un DROP TABLE sulla stessa
-    // connessione (SQLITE_LOCKED). Chi tiene letture aperte registra qui come
-    // portarle a termine (vero se ne ha terminata qualcuna): un'istruzione che
-    // trova quel blocco le fa terminare e viene ritentata una volta.
-    static void ImpostaTerminaLetture(std::function<bool()> funzione);
-
     // Scrittura di una riga intera; InserisciRiga restituisce la nuova chiave contatore.
     qint64 InserisciRiga(const QString& tabella, const Campi& campi);
     int AggiornaRiga(const QString& tabella, const Campi& campi, const QString& condizione,
